@@ -29,7 +29,8 @@ endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
   target_compile_options(mortise_flags INTERFACE -fpch-preprocess) # lets ccache look into a precompiled header
   if(CMAKE_SYSTEM_PROCESSOR MATCHES "^arm")
-    target_compile_options(mortise_flags INTERFACE -Wno-psabi)
+    # Stack traces need tables for functions that cannot throw, too.
+    target_compile_options(mortise_flags INTERFACE -Wno-psabi -funwind-tables)
   endif()
 elseif(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   target_compile_options(mortise_flags INTERFACE "SHELL:-Xclang -fno-pch-timestamp")
