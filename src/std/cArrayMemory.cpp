@@ -1,0 +1,167 @@
+#include "std/cArrayMemory.h"
+
+#include <stdlib.h>
+#include <string.h>
+#include <wchar.h>
+
+namespace
+{
+unsigned long long const ExactUpTo = 256;
+unsigned long long const FineGridFrom = 4096;
+
+/// Bytes of the block behind a pool; a pure function, so that the block of a pool is known from its capacity.
+size_t blockSize(unsigned long long count, unsigned int elementSize)
+{
+  unsigned long long bytes = count * elementSize;
+  if (bytes > ExactUpTo)
+  {
+    unsigned int const magnitude = 63u - static_cast<unsigned int>(__builtin_clzll(bytes));
+    unsigned long long const grid = 1ull << (magnitude - (bytes < FineGridFrom ? 2u : 3u));
+    unsigned long long const rounded = (bytes + grid - 1) & ~(grid - 1);
+    if (rounded <= static_cast<unsigned long long>(PTRDIFF_MAX))
+    {
+      bytes = rounded;
+    }
+  }
+  if (bytes > static_cast<unsigned long long>(PTRDIFF_MAX))
+  {
+    cSTDExceptions::throwBadAlloc();
+  }
+  return static_cast<size_t>(bytes);
+}
+
+void const* findWide(void const* data, unsigned int count, void const* needle, unsigned int needleCount)
+{
+  wchar_t const* at = static_cast<wchar_t const*>(data);
+  wchar_t const* const end = at + (count - needleCount) + 1;
+  wchar_t const* const wanted = static_cast<wchar_t const*>(needle);
+  while ((at = wmemchr(at, *wanted, static_cast<size_t>(end - at))) != nullptr)
+  {
+    if (memcmp(at, wanted, static_cast<size_t>(needleCount) * sizeof(wchar_t)) == 0)
+    {
+      return at;
+    }
+    ++at;
+  }
+  return nullptr;
+}
+} // namespace
+
+void* mstd::cArrayMemory::allocate(unsigned long long count, unsigned int elementSize)
+{
+  if (count == 0)
+  {
+    return nullptr;
+  }
+  void* const pool = malloc(blockSize(count, elementSize));
+  if (pool == nullptr)
+  {
+    cSTDExceptions::throwBadAlloc();
+  }
+  return pool;
+}
+
+void* mstd::cArrayMemory::resize(void* pool, unsigned long long have, unsigned long long want, unsigned int elementSize)
+{
+  if (pool == nullptr)
+  {
+    return allocate(want, elementSize);
+  }
+  if (want == 0)
+  {
+    free(pool);
+    return nullptr;
+  }
+  size_t const oldSize = blockSize(have, elementSize);
+  size_t const newSize = blockSize(want, elementSize);
+  if (oldSize == newSize)
+  {
+    return pool;
+  }
+  void* const moved = realloc(pool, newSize);
+  if (moved == nullptr)
+  {
+    if (newSize < oldSize)
+    {
+      return pool; // larger than needed, which harms nobody
+    }
+    cSTDExceptions::throwBadAlloc();
+  }
+  return moved;
+}
+
+void* mstd::cArrayMemory::replace(void* pool, unsigned long long have, unsigned long long want,
+                                  unsigned int elementSize)
+{
+  if (pool == nullptr || want <= have)
+  {
+    return resize(pool, have, want, elementSize);
+  }
+  if (blockSize(have, elementSize) == blockSize(want, elementSize))
+  {
+    return pool;
+  }
+  void* const fresh = allocate(want, elementSize);
+  free(pool);
+  return fresh;
+}
+
+void mstd::cArrayMemory::release(void* pool)
+{
+  free(pool);
+}
+
+void const* mstd::cArrayMemory::find(void const* data, size_t size, void const* needle, size_t needleSize)
+{
+  if (needleSize == 1)
+  {
+    return size == 0 ? nullptr : memchr(data, *static_cast<unsigned char const*>(needle), size);
+  }
+  return memmem(data, size, needle, needleSize);
+}
+
+void const* mstd::cArrayMemory::findElements(void const* data, unsigned int count, void const* needle,
+                                             unsigned int needleCount, unsigned int elementSize)
+{
+  if (elementSize == 1)
+  {
+    return find(data, count, needle, needleCount);
+  }
+  if (needleCount > count)
+  {
+    return nullptr;
+  }
+  if (needleCount == 0)
+  {
+    return data;
+  }
+  if (elementSize == sizeof(wchar_t))
+  {
+    return findWide(data, count, needle, needleCount);
+  }
+  unsigned char const* at = static_cast<unsigned char const*>(data);
+  unsigned char const* const last = at + static_cast<size_t>(count - needleCount) * elementSize;
+  size_t const needleSize = static_cast<size_t>(needleCount) * elementSize;
+  for (; at <= last; at += elementSize)
+  {
+    if (memcmp(at, needle, needleSize) == 0)
+    {
+      return at;
+    }
+  }
+  return nullptr;
+}
+
+unsigned int mstd::cArrayMemory::textLength(char const* text)
+{
+  if (text == nullptr)
+  {
+    return 0;
+  }
+  size_t const length = strlen(text);
+  if ((length >> 16) >> 16 != 0)
+  {
+    cSTDExceptions::throwBadAlloc();
+  }
+  return static_cast<unsigned int>(length);
+}

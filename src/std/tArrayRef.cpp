@@ -1,0 +1,6 @@
+#include "std/tArrayRef.h"
+
+namespace mstd
+{
+template class tArrayRef<char, tArrayByteLevelTraits<char>>;
+} // namespace mstd

@@ -1,0 +1,7 @@
+#include "std/tConstArrayRef.h"
+
+namespace mstd
+{
+template class tConstArrayRef<char, tArrayAsciiStringTraits<char>>;
+template class tConstArrayRef<char, tArrayByteLevelTraits<char>>;
+} // namespace mstd
