@@ -1,0 +1,72 @@
+#include "std/tVector.h"
+
+#include <new>
+
+namespace mstd
+{
+
+namespace
+{
+
+// The number of pointers that a pool of `iCapacity` really has room for: the next multiple of a quarter of the highest
+// power of two in it.
+unsigned long long room(unsigned int iCapacity)
+{
+  if (iCapacity < 4)
+  {
+    return iCapacity;
+  }
+  unsigned int const highestBit = 31u - static_cast<unsigned int>(__builtin_clz(iCapacity));
+  unsigned long long const unit = 1ull << (highestBit - 2);
+  return (iCapacity + unit - 1) / unit * unit;
+}
+
+} // namespace
+
+unsigned int cVectorPool::required(unsigned int iNewSize, unsigned int iStep)
+{
+  unsigned int const step = iStep == 0 ? 1 : iStep;
+  unsigned int iRequired = iNewSize / step * step;
+  if (iRequired == 0)
+  {
+    iRequired = step;
+  }
+  if (iNewSize > iRequired)
+  {
+    iRequired += step;
+  }
+  if (!(iRequired >= iNewSize))
+  {
+    cSTDExceptions::throwAssertionFailed("iRequired >= iNewSize", "std/tVector", __LINE__);
+  }
+  return iRequired;
+}
+
+bool cVectorPool::hasSameRoom(unsigned int iCapacity, unsigned int iOther) noexcept
+{
+  return iCapacity != 0 && iOther != 0 && room(iCapacity) == room(iOther);
+}
+
+void* cVectorPool::allocate(unsigned int iCapacity)
+{
+  unsigned long long const bytes = room(iCapacity) * sizeof(void*);
+  if (bytes > static_cast<unsigned long long>(PTRDIFF_MAX))
+  {
+    cSTDExceptions::throwBadAlloc();
+  }
+  return ::operator new(static_cast<decltype(sizeof(0))>(bytes));
+}
+
+void cVectorPool::release(void* pPool) noexcept
+{
+  ::operator delete(pPool);
+}
+
+void cVectorPool::throwIndexOutOfRange(char const* operation, unsigned int iIndex, unsigned int iLength)
+{
+  unsigned int const last = iLength - 1;
+  cSTDExceptions::throwOutOfRange("tVector", operation, cSTDExceptions::IndexOutOfRange, iIndex, 0,
+                                  last < iLength ? last : iLength);
+}
+
+} // namespace mstd
