@@ -54,6 +54,8 @@ public:
   /// cOutOfRangeException, after a stack trace of up to 128 frames on the debug output.
   [[noreturn]] static void throwOutOfRange(char const* container, char const* operation, OutOfRangeType type,
                                            long long value, long long min, long long max);
+  /// std::bad_alloc: a length or a number of bytes that the address space cannot hold.
+  [[noreturn]] static void throwBadAlloc();
   /// cBugException, after a stack trace of up to 128 frames on the debug output.
   [[noreturn]] static void throwAssertionFailed(char const* condition, char const* file, unsigned int line);
 };

@@ -1,0 +1,8 @@
+#include "std/cAbstractExceptionFactory.h"
+
+#include "std/cAbstractException.h"
+
+namespace mstd
+{
+cAbstractExceptionFactory::~cAbstractExceptionFactory() {}
+} // namespace mstd

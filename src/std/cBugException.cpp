@@ -1,0 +1,42 @@
+#include "std/cBugException.h"
+
+namespace mstd
+{
+cBugException::cBugException() : cAbstractException("bug", Bug, "unknown", 0) {}
+
+cBugException::cBugException(mucs::cLIMessage const& message, char const* file, unsigned int line)
+    : cAbstractException("bug", Bug, file, line), mMessage(message)
+{
+}
+
+cBugException::cBugException(cBugException const& other) : cAbstractException(other)
+{
+  copyField(mMessage, other.mMessage);
+}
+
+void cBugException::swap(cBugException& other) noexcept
+{
+  cAbstractException::swap(other);
+  mMessage.swap(other.mMessage);
+}
+
+MORTISE_EXCEPTION_BODY(cBugException)
+
+mucs::cLIMessage const* cBugException::liMessage() const
+{
+  return &mMessage;
+}
+
+void cBugException::setMsg(mucs::cLIMessage const& message)
+{
+  mMessage = message;
+}
+
+void cBugException::throwAssertionFailed(char const* condition, char const* file, unsigned int line)
+{
+  throw cBugException(mucs::cLIMessage() << "$MTR$Assertion failed in file %file%:%line%. (%operation%)!"
+                                         << (file != 0 ? file : "unknown file") << line
+                                         << (condition != 0 ? condition : "unknown"),
+                      0, 0);
+}
+} // namespace mstd

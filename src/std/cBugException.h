@@ -1,0 +1,32 @@
+#ifndef MORTISE_STD_CBUGEXCEPTION_H
+#define MORTISE_STD_CBUGEXCEPTION_H
+
+#include "std/cAbstractException.h"
+#include "ucs/cLIMessage.h"
+
+namespace mstd
+{
+/// A programming error that the system detected: a broken assertion, an index out of range, a wrong type.
+class MORTISE_API cBugException : public cAbstractException
+{
+public:
+  /// Empty message, file "unknown", line 0.
+  cBugException();
+  /// `file` may be null: the place is then left empty.
+  cBugException(mucs::cLIMessage const& message, char const* file, unsigned int line);
+  MORTISE_EXCEPTION(cBugException)
+
+  /// Never null.
+  mucs::cLIMessage const* liMessage() const override;
+  void setMsg(mucs::cLIMessage const& message);
+
+  /// Raises a cBugException whose message tells condition, file and line. Null names read "unknown" and "unknown
+  /// file". The exception itself carries no place. Assertions go through cSTDExceptions::throwAssertionFailed().
+  [[noreturn]] static void throwAssertionFailed(char const* condition, char const* file, unsigned int line);
+
+private:
+  mucs::cLIMessage mMessage;
+};
+} // namespace mstd
+
+#endif

@@ -1,0 +1,35 @@
+#ifndef MORTISE_STD_COSERROREXCEPTION_H
+#define MORTISE_STD_COSERROREXCEPTION_H
+
+#include "std/cAsciiString.h"
+#include "std/cRuntimeException.h"
+#include "ucs/cString.h"
+
+namespace mstd
+{
+/// The operating system refused an operation. What it said is the history.
+class MORTISE_API cOSErrorException : public cRuntimeException
+{
+public:
+  /// No message, no history, code 0.
+  cOSErrorException();
+  /// `code` is the system's error number.
+  cOSErrorException(cAsciiString const& operation, int code);
+  cOSErrorException(cAsciiString const& operation, int code, mucs::cString const& file);
+  MORTISE_EXCEPTION(cOSErrorException)
+
+  cAsciiString const& operation() const { return mOperation; }
+  int osErrorCode() const { return miCode; }
+  /// Empty if no file was concerned.
+  mucs::cString const& fileName() const { return mFileName; }
+
+private:
+  void linkSystemText();
+
+  cAsciiString mOperation;
+  int miCode;
+  mucs::cString mFileName;
+};
+} // namespace mstd
+
+#endif

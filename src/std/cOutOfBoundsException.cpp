@@ -1,0 +1,49 @@
+#include "std/cOutOfBoundsException.h"
+
+namespace mstd
+{
+namespace
+{
+mucs::cLIMessage makeMessage(char const* container, char const* operation)
+{
+  mucs::cLIMessage message;
+  if (container == 0)
+  {
+    message << "$MTR$Out of bounds condition detected!";
+  }
+  else if (operation == 0)
+  {
+    message << "$MTR$Out of bounds condition detected in \"%container%\"!" << container;
+  }
+  else
+  {
+    message << "$MTR$Out of bounds condition detected in \"%container%\" while executing \"%operation%\"!" << container
+            << operation;
+  }
+  return message;
+}
+} // namespace
+
+cOutOfBoundsException::cOutOfBoundsException() : cOutOfBoundsException(0, 0) {}
+
+cOutOfBoundsException::cOutOfBoundsException(char const* container, char const* operation)
+    : cBugException(makeMessage(container, operation), 0, 0), mContainer(container != 0 ? container : ""),
+      mOperation(operation != 0 ? operation : "")
+{
+}
+
+cOutOfBoundsException::cOutOfBoundsException(cOutOfBoundsException const& other) : cBugException(other)
+{
+  copyField(mContainer, other.mContainer);
+  copyField(mOperation, other.mOperation);
+}
+
+void cOutOfBoundsException::swap(cOutOfBoundsException& other) noexcept
+{
+  cBugException::swap(other);
+  mContainer.swap(other.mContainer);
+  mOperation.swap(other.mOperation);
+}
+
+MORTISE_EXCEPTION_BODY(cOutOfBoundsException)
+} // namespace mstd

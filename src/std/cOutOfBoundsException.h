@@ -1,0 +1,28 @@
+#ifndef MORTISE_STD_COUTOFBOUNDSEXCEPTION_H
+#define MORTISE_STD_COUTOFBOUNDSEXCEPTION_H
+
+#include "std/cAsciiString.h"
+#include "std/cBugException.h"
+
+namespace mstd
+{
+/// Something went over the end of a container.
+class MORTISE_API cOutOfBoundsException : public cBugException
+{
+public:
+  /// As with no names.
+  cOutOfBoundsException();
+  /// Each name may be null; the message then leaves it out. Without a container the operation is left out, too.
+  cOutOfBoundsException(char const* container, char const* operation);
+  MORTISE_EXCEPTION(cOutOfBoundsException)
+
+  cAsciiString const& container() const { return mContainer; }
+  cAsciiString const& operation() const { return mOperation; }
+
+private:
+  cAsciiString mContainer;
+  cAsciiString mOperation;
+};
+} // namespace mstd
+
+#endif

@@ -1,0 +1,34 @@
+#include "std/cRuntimeException.h"
+
+namespace mstd
+{
+cRuntimeException::cRuntimeException() : cAbstractException("runtime", Runtime, "unknown", 0) {}
+
+cRuntimeException::cRuntimeException(mucs::cLIMessage const& message, char const* file, unsigned int line)
+    : cAbstractException("runtime", Runtime, file, line), mMessage(message)
+{
+}
+
+cRuntimeException::cRuntimeException(cRuntimeException const& other) : cAbstractException(other)
+{
+  copyField(mMessage, other.mMessage);
+}
+
+void cRuntimeException::swap(cRuntimeException& other) noexcept
+{
+  cAbstractException::swap(other);
+  mMessage.swap(other.mMessage);
+}
+
+MORTISE_EXCEPTION_BODY(cRuntimeException)
+
+mucs::cLIMessage const* cRuntimeException::liMessage() const
+{
+  return &mMessage;
+}
+
+void cRuntimeException::setMessage(mucs::cLIMessage const& message)
+{
+  mMessage = message;
+}
+} // namespace mstd

@@ -1,0 +1,27 @@
+#ifndef MORTISE_STD_CTYPEMISSMATCHEXCEPTION_H
+#define MORTISE_STD_CTYPEMISSMATCHEXCEPTION_H
+
+#include "std/cAsciiString.h"
+#include "std/cTypeErrorException.h"
+
+namespace mstd
+{
+/// One type was expected and another one found. type() is the expected one.
+class MORTISE_API cTypeMissmatchException : public cTypeErrorException
+{
+public:
+  /// As with empty names.
+  cTypeMissmatchException();
+  cTypeMissmatchException(cAsciiString const& assigned, cAsciiString const& expected);
+  MORTISE_EXCEPTION(cTypeMissmatchException)
+
+  cAsciiString const& assignedType() const { return mAssignedType; }
+  cAsciiString const& expectedType() const { return mExpectedType; }
+
+private:
+  cAsciiString mAssignedType;
+  cAsciiString mExpectedType;
+};
+} // namespace mstd
+
+#endif
