@@ -1,0 +1,21 @@
+#include "rmi/cUnconnectedSignalException.h"
+
+namespace mrmi
+{
+cUnconnectedSignalException::cUnconnectedSignalException()
+    : cRuntimeException(mucs::cLIMessage() << "$MTR$Call of an unconnected signal", 0, 0)
+{
+}
+
+cUnconnectedSignalException::cUnconnectedSignalException(cUnconnectedSignalException const& other)
+    : cRuntimeException(other)
+{
+}
+
+void cUnconnectedSignalException::swap(cUnconnectedSignalException& other) noexcept
+{
+  cRuntimeException::swap(other);
+}
+
+MORTISE_EXCEPTION_BODY(cUnconnectedSignalException)
+} // namespace mrmi

@@ -1,0 +1,31 @@
+#ifndef MORTISE_RMI_LOCALSIGNAL0_H
+#define MORTISE_RMI_LOCALSIGNAL0_H
+
+#include "pi/piTypes.h"
+#include "rmi/cAbstractSlotCall0.h"
+#include "rmi/cLocalSignalBase.h"
+
+namespace mrmi
+{
+/// Signal with no argument: a member of the class that emits it, called like a function. `R` is always piVoid.
+/// What slots may do while it runs is told at cLocalSignalBase.
+template <typename R>
+class MORTISE_API localSignal0 : public cLocalSignalBase
+{
+public:
+  typedef cAbstractSlotCall0<R> cSlotCall;
+
+  using cLocalSignalBase::connect;
+  /// Adds a copy of `call` to the calling order. The same slot may be connected several times, and is then called
+  /// several times. Raises std::bad_alloc, and signal and receiver stay as they were then.
+  void connect(cSlotCall const& call, ConnectionPolicy policy = Append)
+  {
+    adopt(call.createConnectedInstance(*this), policy);
+  }
+  /// Calls all slots. Without a slot it raises cUnconnectedSignalException, if invocationBehavior() says so.
+  /// What a slot throws goes through.
+  void operator()() { this->template invokeSlots<cSlotCall>(); }
+};
+} // namespace mrmi
+
+#endif
