@@ -1,0 +1,38 @@
+#ifndef MORTISE_PI_CFDAIODATA_H
+#define MORTISE_PI_CFDAIODATA_H
+
+#include "pi/cAbstractAIOData.h"
+#include "pi/tFdInfo.h"
+#include "std/tVector.h"
+
+namespace mpi
+{
+
+/// Asynchronous I/O data that waits for file descriptors: one event as soon as any of them is ready.
+///
+/// The list may be changed between any two turns of the queue without telling anybody; the event
+/// processor reads it anew each turn.
+///
+/// Ownership: the list owns its entries; the descriptors stay with whoever opened them.
+class MORTISE_API cFDAIOData : public cAbstractAIOData
+{
+public:
+  cFDAIOData() = default;
+  ~cFDAIOData() override;
+
+  cFDAIOData* isFDAIOData() override;
+
+  /// Adds `fd`, watched for `flags` (mask of tFdInfo::Flags), behind those already there.
+  void addFd(int fd, unsigned int flags);
+
+  /// The descriptors, in the order in which they were added.
+  mstd::tVector<tFdInfo>& fds() { return mFds; }
+  mstd::tVector<tFdInfo> const& fds() const { return mFds; }
+
+private:
+  mstd::tVector<tFdInfo> mFds;
+};
+
+} // namespace mpi
+
+#endif
