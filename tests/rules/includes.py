@@ -39,7 +39,9 @@ for name in names:
 graph = {}
 for name in names:
     if name.endswith(".h"):
-        graph[name[4:]] = re.findall(r'^\s*#\s*include\s*"([^"]+)"', read(name), re.M)
+        included = re.findall(r'^\s*#\s*include\s*"([^"]+)"', read(name), re.M)
+        # The bodies of a long template, name-inl.h, are one header with name.h.
+        graph[name[4:]] = [other for other in included if other != name[4:].replace("-inl.h", ".h")]
 state = {}
 
 
@@ -58,11 +60,16 @@ for header in graph:
     if header not in state:
         visit(header, [header])
 
-# Guards say where the header is.
+# Guards are named after their header, and no two are the same.
+guards = {}
 for header in graph:
-    guard = "MORTISE_" + re.sub(r"[^A-Za-z0-9]", "_", header).upper()
-    text = code_only(read("src/" + header))
-    if not re.search(r"^\s*#\s*ifndef\s+" + guard + r"\s*\n\s*#\s*define\s+" + guard + r"\b", text, re.M):
-        breaches.append(f"src/{header}: guard is not {guard}")
+    match = re.search(r"^\s*#\s*ifndef\s+(\w+)\s*\n\s*#\s*define\s+(\w+)\b", code_only(read("src/" + header)), re.M)
+    stem = re.sub(r"[^A-Za-z0-9]", "_", os.path.basename(header)).upper()
+    if not match or match.group(1) != match.group(2) or not re.match(r"MORTISE_\w*_" + stem + "$", match.group(1)):
+        breaches.append(f"src/{header}: no guard MORTISE_..._{stem}")
+    elif match.group(1) in guards:
+        breaches.append(f"src/{header}: has the guard of src/{guards[match.group(1)]}")
+    else:
+        guards[match.group(1)] = header
 
 finish(breaches, len(names), "files")
