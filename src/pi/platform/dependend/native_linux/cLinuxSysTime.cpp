@@ -30,10 +30,7 @@ int cSysTime::zoneOffset()
 {
   time_t const now = time(nullptr);
   tm local;
-  if (localtime_r(&now, &local) == nullptr)
-  {
-    return 0; // a year beyond the calendar's range has no zone
-  }
+  localtime_r(&now, &local); // can't fail: the clock stays within the years that the calendar knows
   return static_cast<int>(local.tm_gmtoff);
 }
 

@@ -1,0 +1,8 @@
+#include "pi/cAbstractMutexImpl.h"
+
+namespace mpi
+{
+
+cAbstractMutexImpl::~cAbstractMutexImpl() = default;
+
+} // namespace mpi

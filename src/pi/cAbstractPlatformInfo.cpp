@@ -1,0 +1,8 @@
+#include "pi/cAbstractPlatformInfo.h"
+
+namespace mpi
+{
+
+cAbstractPlatformInfo::~cAbstractPlatformInfo() = default;
+
+} // namespace mpi

@@ -1,0 +1,8 @@
+#include "pi/cAbstractRunnableImpl.h"
+
+namespace mpi
+{
+
+cAbstractRunnableImpl::~cAbstractRunnableImpl() = default;
+
+} // namespace mpi
