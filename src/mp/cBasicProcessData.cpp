@@ -1,0 +1,10 @@
+#include "mp/cBasicProcessData.h"
+
+namespace mp
+{
+
+cBasicProcessData::cBasicProcessData() : cAbstractProcessData(0) {}
+
+cBasicProcessData::~cBasicProcessData() = default;
+
+} // namespace mp

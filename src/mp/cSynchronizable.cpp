@@ -1,0 +1,10 @@
+#include "mp/cSynchronizable.h"
+
+namespace mp
+{
+
+cSynchronizable::cSynchronizable() = default;
+
+cSynchronizable::~cSynchronizable() = default;
+
+} // namespace mp
