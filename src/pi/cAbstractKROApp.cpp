@@ -1,0 +1,3 @@
+#include "pi/cAbstractKROApp.h"
+
+cAbstractKROApp::~cAbstractKROApp() = default;
