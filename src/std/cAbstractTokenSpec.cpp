@@ -1,0 +1,8 @@
+#include "std/cAbstractTokenSpec.h"
+
+namespace mstd
+{
+
+cAbstractTokenSpec::~cAbstractTokenSpec() = default;
+
+} // namespace mstd
