@@ -28,7 +28,7 @@ int main()
 {
   mstd::cAsciiString bytes("say \"hello\"");
   mstd::cAsciiString noBytes;
-  mucs::cString text("gr\xC3\xBC\xC3\x9F dich");
+  mucs::cString text(L"gr\u00fc\u00df dich");
   mstd::tArray<int> numbers;
   numbers.append(3);
   numbers.append(1);
@@ -53,8 +53,8 @@ int main()
   mstd::tSharedObjectWatch<cPoint> widow(gone);
   gone.reset();
   mstd::cTime time(1234567890000001ull);
-  mucs::cLIMessage message(mstd::cAsciiString("$MTR$Cannot open %file%!"));
-  message << "door";
+  mucs::cLIMessage message;
+  message << "$MTR$Cannot open %file%!" << "door";
   mucs::cLIMessage noMessage;
   show();
   return 0;

@@ -1,29 +1,34 @@
 #!/usr/bin/env python3
-"""Failures are raised by the throw functions only: a `throw` with an operand stands in a file of throw functions, or in the
-one operation by which an exception object throws itself. Passing on (`throw;`) is free."""
+"""Failures are raised by throw functions only: a `throw` with an operand stands in a function whose name begins with
+"throw", and no such function returns. Passing on (`throw;`) is free."""
 
 import re
 
 from sourcetree import code_only, files, finish, read
 
-# Sources whose purpose is to throw.
-THROWERS = {
-    "src/std/cSTDExceptions.cpp": "throw functions of std",
-    "src/ucs/cUCSExceptions.cpp": "throw functions of ucs",
-    "src/rmi/cRMIExceptions.cpp": "throw functions of rmi",
-    "src/pi/cPIExceptions.cpp": "throw functions of pi",
-    "src/std/tBounds.cpp": "index failures of the array templates",
-}
-
 breaches = []
 names = files("src", ".h", ".cpp")
 for name in names:
-    if name in THROWERS:
-        continue
-    for match in re.finditer(r"\bthrow\b\s*(?!;)", text := code_only(read(name))):
-        number = text.count("\n", 0, match.start()) + 1
-        line = text.split("\n")[number - 1].strip()
-        if line.startswith("#") or re.match(r"throw\s*\(", text[match.start():]) and "noexcept" in line:
+    text = code_only(read(name))
+    # The text in front of each brace that is open at a place, outermost first.
+    heads, start = [], 0
+    for match in re.finditer(r"[{};]|\bthrow\b\s*(?!;)", text):
+        token = match.group(0)
+        if token == "{":
+            heads.append(text[start:match.start()])
+        elif token == "}":
+            if heads:
+                heads.pop()
+        elif token != ";":
+            number = text.count("\n", 0, match.start()) + 1
+            if not any(re.search(r"\bthrow(?!If)[A-Z]\w*\s*\(", head) for head in heads):
+                breaches.append(f"{name}:{number}: {text.split(chr(10))[number - 1].strip()}")
             continue
-        breaches.append(f"{name}:{number}: {line}")
+        start = match.end()
+
+    for match in re.finditer(r"^([^;{}()]*?)\bvoid\s+(throw(?!If)[A-Z]\w*)\s*\(", text, re.M):
+        declared = name.endswith(".h") or "static" in match.group(1)
+        if declared and "[[noreturn]]" not in text[max(0, match.start() - 40):match.end()]:
+            number = text.count("\n", 0, match.end()) + 1
+            breaches.append(f"{name}:{number}: {match.group(2)} is not declared [[noreturn]]")
 finish(breaches, len(names), "files")

@@ -19,7 +19,7 @@ SUPPORT = re.compile(
     r"|bad_alloc|bad_array_new_length|bad_cast|bad_typeid|bad_exception|exception|exception_ptr|__exception_ptr|type_info"
     r"|nothrow_t|nothrow|align_val_t|get_new_handler|set_new_handler|new_handler"
     r"|move|forward|swap|is_\w+|enable_if\w*|remove_\w+|integral_constant|numeric_limits|initializer_list"
-    r"|__throw_bad_alloc|__throw_bad_array_new_length|ctype|nullptr_t)\b"
+    r"|__and_|__not_|__or_|__is_\w+|__throw_bad_alloc|__throw_bad_array_new_length|nullptr_t)\b"
 )
 
 
@@ -54,9 +54,10 @@ def owner(symbol):
                   r"|reference temporary #\d+) for ", "", symbol)
     name = re.sub(r"^(non-virtual thunk to|virtual thunk to|covariant return thunk to) ", "", name)
     name = strip_templates(name.replace("(anonymous namespace)", "anonymous"))
-    name = re.split(r"\(|\[|-in-|::operator", name)[0].strip()
-    if not name.startswith("operator"):
-        name = name.split(" ")[-1]
+    name, _, operation = re.split(r"[(\[]", name)[0].partition("operator")
+    name = name.strip().split(" ")[-1]
+    if operation or name.endswith("::"):
+        name += "operator"
     parts = name.split("::")
     depth = 0
     while depth < len(parts) - 1 and parts[depth] in NAMESPACES:

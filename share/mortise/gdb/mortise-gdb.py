@@ -63,16 +63,44 @@ def unicode_string(value):
     return code_points(array["mpPool"], array["mLength"])
 
 
+def offset_of(kind, name):
+    """Bytes from the beginning of a class to its field, own or inherited; with the field's type."""
+    for field in kind.strip_typedefs().fields():
+        if not hasattr(field, "bitpos"):
+            continue
+        if field.is_base_class:
+            found = offset_of(field.type, name)
+            if found:
+                return field.bitpos // 8 + found[0], found[1]
+        elif field.name == name:
+            return field.bitpos // 8, field.type
+    return None
+
+
+def member(address, kind, name):
+    """A field of the object at an address. Going through a pointer to a class with virtual functions instead makes gdb ask
+    for its run-time type, which it cannot name for some templates, and complains about each time."""
+    offset, field = offset_of(kind, name)
+    return gdb.Value(address + offset).cast(field.pointer()).dereference()
+
+
+def list_at(address, kind):
+    """The values of a list, in order, with their erase marks."""
+    kind = kind.strip_typedefs()
+    element = gdb.lookup_type("mstd::tListElementNodeType<%s>" % kind.template_argument(0))
+    head, node_type = offset_of(kind, "mHead")
+    tail = address + offset_of(kind, "mTail")[0]
+    node = int(member(address + head, node_type, "mpNext"))
+    while node not in (0, tail):
+        yield member(node, element, "mValue"), bool(member(node, node_type, "mbEraseLater"))
+        node = int(member(node, node_type, "mpNext"))
+
+
 def list_values(value):
-    """The element nodes' values, in order, with their erase marks."""
-    if value.type.strip_typedefs().name.split("<")[0] != "mstd::tList":
+    kind = value.type.strip_typedefs()
+    if kind.name.split("<")[0] != "mstd::tList":
         value = base(value, "mstd::tList")
-    node = value["mHead"]["mpNext"]
-    tail = value["mTail"].address
-    element = gdb.lookup_type("mstd::tListElementNodeType<%s>" % value.type.strip_typedefs().template_argument(0))
-    while node and node != tail:
-        yield node.cast(element.pointer())["mValue"], bool(node["mbEraseLater"])
-        node = node["mpNext"]
+    return list_at(int(value.address), value.type)
 
 
 class Text:
@@ -152,7 +180,8 @@ class Hash:
     def pairs(self):
         buckets = self.value["mBuckets"]
         for i in range(int(buckets["miLength"])):
-            for pair, _ in list_values(buckets["mppPool"][i].dereference()):
+            bucket = buckets["mppPool"][i]
+            for pair, _ in list_at(int(bucket), bucket.type.target()):
                 yield pair
 
     def to_string(self):
@@ -235,7 +264,7 @@ class Message:
             return "cLIMessage, empty"
         text = ascii_string(self.impl["mKey"])
         for name, shown in self.items():
-            text = text.replace("%" + name + "%", shown, 1)
+            text = text.replace(name + "%", shown, 1)  # a name begins with its percent sign
         return "cLIMessage " + quoted(text)
 
 
