@@ -1,7 +1,7 @@
 #ifndef MORTISE_STD_CNUMBERCONVERSIONEXCEPTION_H
 #define MORTISE_STD_CNUMBERCONVERSIONEXCEPTION_H
 
-#include "std/cAsciiString.h"
+#include "std/cExceptionText.h"
 #include "std/cRuntimeException.h"
 
 namespace mstd
@@ -15,12 +15,12 @@ public:
   cNumberConversionException(cAsciiString const& number, unsigned int index);
   MORTISE_EXCEPTION(cNumberConversionException)
 
-  cAsciiString const& errornousNumber() const { return mNumber; }
+  cAsciiString errornousNumber() const { return mNumber.string(); }
   /// Index of the first character that is wrong.
   unsigned int errornousIndex() const { return miIndex; }
 
 private:
-  cAsciiString mNumber;
+  cExceptionText mNumber;
   unsigned int miIndex;
 };
 } // namespace mstd

@@ -1,7 +1,7 @@
 #ifndef MORTISE_STD_COSERROREXCEPTION_H
 #define MORTISE_STD_COSERROREXCEPTION_H
 
-#include "std/cAsciiString.h"
+#include "std/cExceptionText.h"
 #include "std/cRuntimeException.h"
 #include "ucs/cString.h"
 
@@ -18,7 +18,7 @@ public:
   cOSErrorException(cAsciiString const& operation, int code, mucs::cString const& file);
   MORTISE_EXCEPTION(cOSErrorException)
 
-  cAsciiString const& operation() const { return mOperation; }
+  cAsciiString operation() const { return mOperation.string(); }
   int osErrorCode() const { return miCode; }
   /// Empty if no file was concerned.
   mucs::cString const& fileName() const { return mFileName; }
@@ -26,7 +26,7 @@ public:
 private:
   void linkSystemText();
 
-  cAsciiString mOperation;
+  cExceptionText mOperation;
   int miCode;
   mucs::cString mFileName;
 };

@@ -27,8 +27,7 @@ mucs::cLIMessage makeMessage(char const* container, char const* operation)
 cOutOfBoundsException::cOutOfBoundsException() : cOutOfBoundsException(0, 0) {}
 
 cOutOfBoundsException::cOutOfBoundsException(char const* container, char const* operation)
-    : cBugException(makeMessage(container, operation), 0, 0), mContainer(container != 0 ? container : ""),
-      mOperation(operation != 0 ? operation : "")
+    : cBugException(makeMessage(container, operation), 0, 0), mContainer(container), mOperation(operation)
 {
 }
 

@@ -1,8 +1,8 @@
 #ifndef MORTISE_STD_COUTOFBOUNDSEXCEPTION_H
 #define MORTISE_STD_COUTOFBOUNDSEXCEPTION_H
 
-#include "std/cAsciiString.h"
 #include "std/cBugException.h"
+#include "std/cExceptionText.h"
 
 namespace mstd
 {
@@ -16,12 +16,12 @@ public:
   cOutOfBoundsException(char const* container, char const* operation);
   MORTISE_EXCEPTION(cOutOfBoundsException)
 
-  cAsciiString const& container() const { return mContainer; }
-  cAsciiString const& operation() const { return mOperation; }
+  cAsciiString container() const { return mContainer.string(); }
+  cAsciiString operation() const { return mOperation.string(); }
 
 private:
-  cAsciiString mContainer;
-  cAsciiString mOperation;
+  cExceptionText mContainer;
+  cExceptionText mOperation;
 };
 } // namespace mstd
 

@@ -1,8 +1,8 @@
 #ifndef MORTISE_STD_COUTOFRANGEEXCEPTION_H
 #define MORTISE_STD_COUTOFRANGEEXCEPTION_H
 
-#include "std/cAsciiString.h"
 #include "std/cBugException.h"
+#include "std/cExceptionText.h"
 #include "std/cSTDExceptions.h"
 
 namespace mstd
@@ -22,16 +22,16 @@ public:
   long long errornousValue() const { return miValue; }
   long long minValue() const { return miMin; }
   long long maxValue() const { return miMax; }
-  cAsciiString const& container() const { return mContainer; }
-  cAsciiString const& operation() const { return mOperation; }
+  cAsciiString container() const { return mContainer.string(); }
+  cAsciiString operation() const { return mOperation.string(); }
 
 private:
   cSTDExceptions::OutOfRangeType mOutOfRangeType;
   long long miValue;
   long long miMin;
   long long miMax;
-  cAsciiString mContainer;
-  cAsciiString mOperation;
+  cExceptionText mContainer;
+  cExceptionText mOperation;
 };
 } // namespace mstd
 

@@ -1,7 +1,7 @@
 #ifndef MORTISE_STD_CTEXTPARSEEXCEPTION_H
 #define MORTISE_STD_CTEXTPARSEEXCEPTION_H
 
-#include "std/cAsciiString.h"
+#include "std/cExceptionText.h"
 #include "std/cRuntimeException.h"
 #include "ucs/cString.h"
 
@@ -22,13 +22,13 @@ public:
 
   /// Empty for a text that is in no file.
   mucs::cString const& fileName() const { return mFileName; }
-  cAsciiString const& format() const { return mFormat; }
+  cAsciiString format() const { return mFormat.string(); }
   unsigned int row() const { return miRow; }
   unsigned int column() const { return miColumn; }
 
 private:
   mucs::cString mFileName;
-  cAsciiString mFormat;
+  cExceptionText mFormat;
   unsigned int miRow;
   unsigned int miColumn;
 };

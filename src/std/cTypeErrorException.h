@@ -1,8 +1,8 @@
 #ifndef MORTISE_STD_CTYPEERROREXCEPTION_H
 #define MORTISE_STD_CTYPEERROREXCEPTION_H
 
-#include "std/cAsciiString.h"
 #include "std/cBugException.h"
+#include "std/cExceptionText.h"
 
 namespace mstd
 {
@@ -16,10 +16,10 @@ public:
   MORTISE_EXCEPTION(cTypeErrorException)
 
   /// Name of the type concerned. (cAbstractException::type(), the family, is reached through the base class.)
-  cAsciiString const& type() const { return mTypeName; }
+  cAsciiString type() const { return mTypeName.string(); }
 
 private:
-  cAsciiString mTypeName;
+  cExceptionText mTypeName;
 };
 } // namespace mstd
 

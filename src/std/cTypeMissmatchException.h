@@ -1,7 +1,7 @@
 #ifndef MORTISE_STD_CTYPEMISSMATCHEXCEPTION_H
 #define MORTISE_STD_CTYPEMISSMATCHEXCEPTION_H
 
-#include "std/cAsciiString.h"
+#include "std/cExceptionText.h"
 #include "std/cTypeErrorException.h"
 
 namespace mstd
@@ -15,12 +15,12 @@ public:
   cTypeMissmatchException(cAsciiString const& assigned, cAsciiString const& expected);
   MORTISE_EXCEPTION(cTypeMissmatchException)
 
-  cAsciiString const& assignedType() const { return mAssignedType; }
-  cAsciiString const& expectedType() const { return mExpectedType; }
+  cAsciiString assignedType() const { return mAssignedType.string(); }
+  cAsciiString expectedType() const { return mExpectedType.string(); }
 
 private:
-  cAsciiString mAssignedType;
-  cAsciiString mExpectedType;
+  cExceptionText mAssignedType;
+  cExceptionText mExpectedType;
 };
 } // namespace mstd
 
