@@ -12,8 +12,8 @@ namespace mstd
 /// Ownership: none. A watch that goes hands its children to its parent.
 /// Errors:    no memory raises std::bad_alloc and changes nothing.
 /// Threads:   no lock.
-/// Cost:      changing the parent is O(1), plus O(depth) if the watch has children; ending a watch is linear in its own
-///            children. Neither depends on the number of siblings.
+/// Cost:      changing the parent is O(1), ending a watch linear in its own children. Neither depends on the number of
+///            siblings.
 template <class T>
 class MORTISE_API tParentWatch
 {
@@ -41,7 +41,7 @@ public:
   tList<tParentWatch*> const& children() const noexcept { return mChildren; }
 
   /// Leaves the old parent and becomes the last child of `pParent`, or a root for null. The watch itself as the parent
-  /// changes nothing. A watch below this one raises cBugException, since nothing could climb out of such a ring.
+  /// changes nothing. A watch below this one is allowed and closes a ring: who climbs has to expect that.
   void setParent(tParentWatch* pParent)
   {
     if (pParent == this)
@@ -52,10 +52,6 @@ public:
     {
       unlink();
       return;
-    }
-    if (!mChildren.empty() && pParent->isBelow(*this))
-    {
-      cSTDExceptions::throwAssertionFailed("!pParent->isBelow(*this)", "std/tParentWatch", __LINE__);
     }
     Position const position = pParent->mChildren.append(this);
     unlink();
@@ -72,13 +68,14 @@ public:
   {
     tParentWatch* const parent = mpParent;
     unlink();
+    if (parent != nullptr && parent->mpParent == this)
+    {
+      // A ring of two: the parent would become its own child.
+      parent->unlink();
+    }
     for (tParentWatch* child : mChildren)
     {
       child->mpParent = parent;
-      if (parent == nullptr)
-      {
-        child->mPosition = Position();
-      }
     }
     if (parent != nullptr)
     {
@@ -86,6 +83,10 @@ public:
     }
     else
     {
+      for (tParentWatch* child : mChildren)
+      {
+        child->mPosition = Position();
+      }
       mChildren.clear();
     }
   }
@@ -101,16 +102,6 @@ private:
       mpParent = nullptr;
       mPosition = Position();
     }
-  }
-
-  bool isBelow(tParentWatch const& rOther) const
-  {
-    tParentWatch const* watch = this;
-    while (watch != nullptr && watch != &rOther)
-    {
-      watch = watch->mpParent;
-    }
-    return watch != nullptr;
   }
 
   T* mpObject;

@@ -1,5 +1,8 @@
 #include "std/tVector.h"
 
+#include "std/cSTDExceptions.h"
+#include "std/tBounds.h"
+
 #include <new>
 
 namespace mstd
@@ -64,9 +67,12 @@ void cVectorPool::release(void* pPool) noexcept
 
 void cVectorPool::throwIndexOutOfRange(char const* operation, unsigned int iIndex, unsigned int iLength)
 {
-  unsigned int const last = iLength - 1;
-  cSTDExceptions::throwOutOfRange("tVector", operation, cSTDExceptions::IndexOutOfRange, iIndex, 0,
-                                  last < iLength ? last : iLength);
+  tBounds::throwIndexOutOfRange("tVector", operation, iIndex, iLength);
+}
+
+void cVectorPool::throwInsertOutOfRange(unsigned int iIndex, unsigned int iLength)
+{
+  tBounds::throwValueOutOfRange("tVector", "insert", iIndex, iLength);
 }
 
 } // namespace mstd

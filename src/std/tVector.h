@@ -29,6 +29,7 @@ public:
   static void release(void* pPool) noexcept;
 
   [[noreturn]] static void throwIndexOutOfRange(char const* operation, unsigned int iIndex, unsigned int iLength);
+  [[noreturn]] static void throwInsertOutOfRange(unsigned int iIndex, unsigned int iLength);
 };
 
 /// Vector that keeps each element in a heap cell of its own, so that an element never moves while it lives.
@@ -271,7 +272,7 @@ T& tVector<T>::insert(unsigned int iIndex, T const& rValue)
 {
   if (iIndex > miLength)
   {
-    cVectorPool::throwIndexOutOfRange("insert", iIndex, miLength);
+    cVectorPool::throwInsertOutOfRange(iIndex, miLength);
   }
   T& element = append(rValue);
   for (unsigned int i = miLength - 1; i > iIndex; --i)
