@@ -12,22 +12,20 @@ unsigned long long const FineGridFrom = 4096;
 /// Bytes of the block behind a pool; a pure function, so that the block of a pool is known from its capacity.
 size_t blockSize(unsigned long long count, unsigned int elementSize)
 {
-  unsigned long long bytes = count * elementSize;
-  if (bytes > ExactUpTo)
-  {
-    unsigned int const magnitude = 63u - static_cast<unsigned int>(__builtin_clzll(bytes));
-    unsigned long long const grid = 1ull << (magnitude - (bytes < FineGridFrom ? 2u : 3u));
-    unsigned long long const rounded = (bytes + grid - 1) & ~(grid - 1);
-    if (rounded <= static_cast<unsigned long long>(PTRDIFF_MAX))
-    {
-      bytes = rounded;
-    }
-  }
-  if (bytes > static_cast<unsigned long long>(PTRDIFF_MAX))
+  unsigned long long const most = static_cast<unsigned long long>(PTRDIFF_MAX);
+  unsigned long long const bytes = count * elementSize;
+  if (bytes > most)
   {
     cSTDExceptions::throwBadAlloc();
   }
-  return static_cast<size_t>(bytes);
+  if (bytes <= ExactUpTo)
+  {
+    return static_cast<size_t>(bytes);
+  }
+  unsigned int const magnitude = 63u - static_cast<unsigned int>(__builtin_clzll(bytes));
+  unsigned long long const grid = 1ull << (magnitude - (bytes < FineGridFrom ? 2u : 3u));
+  unsigned long long const rounded = (bytes + grid - 1) & ~(grid - 1);
+  return static_cast<size_t>(rounded <= most ? rounded : bytes);
 }
 
 void const* findWide(void const* data, unsigned int count, void const* needle, unsigned int needleCount)
@@ -113,9 +111,17 @@ void mstd::cArrayMemory::release(void* pool)
 
 void const* mstd::cArrayMemory::find(void const* data, size_t size, void const* needle, size_t needleSize)
 {
+  if (needleSize > size)
+  {
+    return nullptr;
+  }
+  if (needleSize == 0)
+  {
+    return data;
+  }
   if (needleSize == 1)
   {
-    return size == 0 ? nullptr : memchr(data, *static_cast<unsigned char const*>(needle), size);
+    return memchr(data, *static_cast<unsigned char const*>(needle), size);
   }
   return memmem(data, size, needle, needleSize);
 }
