@@ -266,7 +266,7 @@ bool tTokenizer<Ref, Str>::findOccurrence(cSource const& source, Str const& text
                                           unsigned int& iPlace)
 {
   // Most texts stand within a line or so. Only a longer way is worth the cost of being remembered.
-  unsigned int const iNear = 512;
+  unsigned int const iNear = 128;
   bool const isFar = iEnd > iFrom && iEnd - iFrom > iNear;
   unsigned int const iNearEnd = isFar ? iFrom + iNear : iEnd;
   while (source.find(text, iFrom, iNearEnd, iPlace))
