@@ -30,18 +30,12 @@ unsigned int clampCount(unsigned int count)
   return count < mostLevels ? count : mostLevels;
 }
 
-/// The stack of the calling function's callers, innermost first, with this library's own frames.
-struct cFrames
+/// What backtrace() says it found, as a count. The call itself stands in the functions below, so that the innermost
+/// frame is theirs.
+unsigned int found(int result)
 {
-  void* mpFrames[mostLevels];
-  unsigned int miCount;
-
-  explicit cFrames(unsigned int count)
-  {
-    int const found = ::backtrace(mpFrames, static_cast<int>(count));
-    miCount = found > 0 ? static_cast<unsigned int>(found) : 0;
-  }
-};
+  return result > 0 ? static_cast<unsigned int>(result) : 0;
+}
 
 /// A demangled name, freed at the end of the scope.
 struct cDemangled
@@ -109,13 +103,14 @@ void piBackTrace(piAddress* frames, unsigned int count)
 
 mstd::cAsciiString piStackTrace(unsigned int count)
 {
-  cFrames const frames(clampCount(count));
+  void* frames[mostLevels];
+  unsigned int const levels = found(::backtrace(frames, static_cast<int>(clampCount(count))));
   mstd::cAsciiString trace("\n\n");
   mstd::cAsciiString prefix;
   mstd::cAsciiString name;
-  for (unsigned int i = 0; i < frames.miCount; ++i)
+  for (unsigned int i = 0; i < levels; ++i)
   {
-    void* pFrame = frames.mpFrames[i];
+    void* pFrame = frames[i];
     name = mstd::cAsciiString();
     if (pFrame != 0)
     {
@@ -138,14 +133,15 @@ mstd::cAsciiString piStackTrace(unsigned int count)
 
 void piStackTrace(unsigned int count, mstd::cAsciiString* out)
 {
-  cFrames const frames(clampCount(count));
-  for (unsigned int i = 0; i < frames.miCount; ++i)
+  void* frames[mostLevels];
+  unsigned int const levels = found(::backtrace(frames, static_cast<int>(clampCount(count))));
+  for (unsigned int i = 0; i < levels; ++i)
   {
-    if (frames.mpFrames[i] == 0)
+    if (frames[i] == 0)
     {
       continue;
     }
-    resolveFrame(frames.mpFrames[i], out[i]);
+    resolveFrame(frames[i], out[i]);
     if (isMain(out[i]))
     {
       break;
