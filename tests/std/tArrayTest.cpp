@@ -22,7 +22,10 @@ typedef mstd::tArray<char, mstd::tArrayAsciiStringTraits<char>> Text;
 typedef mstd::tArray<char> Bytes;
 typedef mstd::tArray<unsigned int> Words;
 
-std::string str(Text const& text) { return std::string(text.data(), text.length()); }
+std::string str(Text const& text)
+{
+  return std::string(text.data(), text.length());
+}
 std::string str(Bytes const& bytes)
 {
   return bytes.empty() ? std::string() : std::string(bytes.data(), bytes.length());
@@ -114,7 +117,10 @@ TEST(tArray, ACopyHasItsOwnPoolAndTheSettings)
   EXPECT_EQ(b.capacity(), 4u);
 }
 
-TEST(tArray, ACopyOfAnEmptyByteArrayHasNoPool) { EXPECT_EQ(Bytes(Bytes()).data(true), nullptr); }
+TEST(tArray, ACopyOfAnEmptyByteArrayHasNoPool)
+{
+  EXPECT_EQ(Bytes(Bytes()).data(true), nullptr);
+}
 
 TEST(tArray, AssignmentTakesContentsAndSettings)
 {
@@ -1125,16 +1131,14 @@ void compareWithModel(unsigned int seed, unsigned int steps)
     switch (action)
     {
     case 0:
-    case 1:
-    {
+    case 1: {
       std::vector<T> const more = some(40);
       model.append(more);
       array.append(more.data(), static_cast<unsigned int>(more.size()));
       break;
     }
     case 2:
-    case 3:
-    {
+    case 3: {
       T const value = static_cast<T>(below(4));
       for (unsigned int n = below(40); n != 0; --n)
       {
@@ -1144,8 +1148,7 @@ void compareWithModel(unsigned int seed, unsigned int steps)
       break;
     }
     case 4:
-    case 5:
-    {
+    case 5: {
       unsigned int const position = below(length + 1);
       std::vector<T> const more = some(20);
       model.insert(position, more);
@@ -1170,23 +1173,20 @@ void compareWithModel(unsigned int seed, unsigned int steps)
       }
       break;
     }
-    case 7:
-    {
+    case 7: {
       unsigned int const start = below(length + 1);
       unsigned int const size = below(part(length - start) + 1);
       model.erase(start, size);
       array.erase(start, size);
       break;
     }
-    case 8:
-    {
+    case 8: {
       unsigned int const count = below(part(length) + 1);
       model.erase(length - count, count);
       array.erase(count);
       break;
     }
-    case 9:
-    {
+    case 9: {
       unsigned int const keep = length - below(part(length) + 1);
       model.erase(keep, length - keep);
       array.truncate(keep);
@@ -1203,8 +1203,7 @@ void compareWithModel(unsigned int seed, unsigned int steps)
         array.clear();
       }
       break;
-    case 11:
-    {
+    case 11: {
       if (below(6) != 0)
       {
         break;
@@ -1226,8 +1225,7 @@ void compareWithModel(unsigned int seed, unsigned int steps)
       model.fit = below(2) != 0;
       array.setFitOnErase(model.fit);
       break;
-    case 14:
-    {
+    case 14: {
       std::vector<T> needle = some(3);
       unsigned int const start = below(length + 1);
       unsigned int size = below(3) == 0 ? 0 : below(length + 5);
@@ -1244,8 +1242,7 @@ void compareWithModel(unsigned int seed, unsigned int steps)
       }
       break;
     }
-    case 15:
-    {
+    case 15: {
       std::vector<T> const needle = some(2);
       std::vector<T> const replacement = some(length > 1500 ? 1 : 3);
       unsigned int const start = below(length + 1);
@@ -1254,8 +1251,7 @@ void compareWithModel(unsigned int seed, unsigned int steps)
                     static_cast<unsigned int>(replacement.size()), start);
       break;
     }
-    case 16:
-    {
+    case 16: {
       mstd::tArray<T, Traits> const copy(array);
       unsigned int const kept = model.capacity;
       model.capacity = 0;
@@ -1293,6 +1289,12 @@ void compareWithModel(unsigned int seed, unsigned int steps)
   }
 }
 
+/// Fewer under a sanitizer, whose allocator is slow and which every step asks a few times.
+unsigned int modelSteps()
+{
+  return support::cAllocationFault::seesMalloc() ? 60000 : 4000;
+}
+
 unsigned int newSeed()
 {
   unsigned int const seed = std::random_device()();
@@ -1303,17 +1305,20 @@ unsigned int newSeed()
 
 TEST(tArray, ModelTestOfATerminatedText)
 {
-  compareWithModel<char, mstd::tArrayAsciiStringTraits<char>>(newSeed(), 60000);
+  compareWithModel<char, mstd::tArrayAsciiStringTraits<char>>(newSeed(), modelSteps());
 }
 
-TEST(tArray, ModelTestOfBytes) { compareWithModel<char, mstd::tArrayByteLevelTraits<char>>(newSeed(), 60000); }
+TEST(tArray, ModelTestOfBytes)
+{
+  compareWithModel<char, mstd::tArrayByteLevelTraits<char>>(newSeed(), modelSteps());
+}
 
 TEST(tArray, ModelTestOfWords)
 {
-  compareWithModel<unsigned int, mstd::tArrayByteLevelTraits<unsigned int>>(newSeed(), 60000);
+  compareWithModel<unsigned int, mstd::tArrayByteLevelTraits<unsigned int>>(newSeed(), modelSteps());
 }
 
 TEST(tArray, ModelTestOfElementsOfAnOddSize)
 {
-  compareWithModel<unsigned short, mstd::tArrayByteLevelTraits<unsigned short>>(newSeed(), 60000);
+  compareWithModel<unsigned short, mstd::tArrayByteLevelTraits<unsigned short>>(newSeed(), modelSteps());
 }
