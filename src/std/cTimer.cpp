@@ -3,10 +3,8 @@
 #include "pi/cSystem.h"
 #include "pi/cWork.h"
 #include "pi/cWorkQueue.h"
-#include "pi/schedule.h"
 #include "rmi/cDirectLocalSlotCall0.h"
-
-#include <new>
+#include "std/tSharedObjectWatch.h"
 
 namespace mstd
 {
@@ -36,6 +34,7 @@ cTimer::cTimer() : mWork(new mpi::cWork), mpPoll(nullptr), mElapsed(false)
 {
   sigElapsed.setInvocationBehavior(mrmi::cAbstractSignal::IgnoreIfUnconnected);
   mWork->setName("mstd::cTimer");
+  mWork->setForceKeep(true); // also after a single shot, so that it may be set again at any moment
   mWork->sigAction.connect(mrmi::cDirectLocalSlotCall0<cTimer, piVoid>(*this, &cTimer::sltPoll));
 }
 
@@ -46,15 +45,34 @@ cTimer::cTimer(unsigned int iIntervalMSec) : cTimer()
 
 cTimer::~cTimer()
 {
-  if (mpPoll == nullptr)
-  {
-    return;
-  }
+  bool const isRunning = mpPoll != nullptr;
   for (cPoll* pPoll = mpPoll; pPoll != nullptr; pPoll = pPoll->mpOuter)
   {
     pPoll->mpTimer = nullptr;
   }
-  retireWork();
+  tSharedObjectWatch<mpi::cWork> const watch(mWork);
+  mWork.reset();
+  mpi::cWork* const pWork = watch.get();
+  if (pWork == nullptr)
+  {
+    return; // never set, or the queue has gone before
+  }
+  if (!isRunning)
+  {
+    mpi::system().wq.removeJob(*pWork);
+    return;
+  }
+  // The queue is in the midst of the work's action. It keeps the work for one more, empty run and drops it then.
+  try
+  {
+    pWork->setForceKeep(false);
+    pWork->statistic().setDebug(false); // whose records could fail
+    pWork->start(0, mpi::cWork::SingleTask);
+  }
+  catch (...)
+  {
+    // of a listener to the change; the work has been started before
+  }
 }
 
 void cTimer::setInterval(unsigned int iIntervalMSec)
@@ -82,30 +100,9 @@ void cTimer::sltPoll()
 
 void cTimer::start(unsigned int iMSec, bool isPeriodic)
 {
-  mpi::schedule(*mWork);
+  mpi::system().wq.addJob(mWork);
   mWork->start(iMSec, isPeriodic ? mpi::cWork::Periodic : mpi::cWork::SingleTask);
   mElapsed = false;
-}
-
-void cTimer::retireWork()
-{
-  // The queue is in the midst of the work's action, so the work can't go yet. As work that the queue owns, it
-  // has one more, empty run, and goes when the outermost turn sweeps.
-  try
-  {
-    mpi::cWorkQueue& queue = mpi::system().wq;
-    queue.removeJob(*mWork);
-    mWork->setForceKeep(false);
-    mWork->start(0, mpi::cWork::SingleTask);
-    queue.addJob(mWork);
-  }
-  catch (...)
-  {
-    // without memory for an entry in the queue the work stays for good, rather than go under the queue's feet
-    mWork->markDone();
-    alignas(tSharedObject<mpi::cWork>) char reference[sizeof(mWork)];
-    new (reference) tSharedObject<mpi::cWork>(mWork);
-  }
 }
 
 } // namespace mstd

@@ -20,8 +20,8 @@ namespace mstd
 /// at any time, also by a slot of its own signal and after its single shot.
 ///
 /// Units:     intervals are milliseconds.
-/// Ownership: owns its work, which the queue only watches. A timer may be destroyed at any time, also by a
-///            slot of its own signal.
+/// Ownership: owns its work, together with the queue while that runs it. A timer may be destroyed at any time, also
+///            by a slot of its own signal.
 /// Errors:    an exception of a slot goes the way of the exceptions of work: to the handlers of the work that
 ///            was running when the timer was first set, then out of the main loop.
 /// Threads:   belongs to the thread that runs the main loop.
@@ -57,9 +57,8 @@ private:
   struct cPoll;
 
   void start(unsigned int iMSec, bool isPeriodic);
-  void retireWork();
 
-  tSharedObject<mpi::cWork> mWork; // shared only if the timer is destroyed while it runs
+  tSharedObject<mpi::cWork> mWork; // shared with the queue, since a slot may destroy the timer while the work runs
   cPoll* mpPoll;                   // innermost run of sltPoll(), null outside
   bool mElapsed;
 };

@@ -5,7 +5,7 @@
 #include "std/tArray.h"
 #include "std/tArrayRef.h"
 #include "std/tConstArrayRef.h"
-#include "support/failingMalloc.h"
+#include "support/cAllocationFault.h"
 #include "support/messageOf.h"
 #include "ucs/cString.h"
 
@@ -16,6 +16,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <limits>
+#include <new>
 #include <random>
 #include <string>
 #include <vector>
@@ -619,7 +620,7 @@ TEST(cNumberConversion, NumbersOfMillionsOfDigitsHaveADefinedResult)
 
 TEST(cNumberConversionFault, AFailedConversionLeavesTheTarget)
 {
-  if (!support::cFailingMalloc::available())
+  if (!support::cAllocationFault::seesMalloc())
   {
     GTEST_SKIP() << "the sanitizer owns the allocator";
   }
@@ -627,11 +628,28 @@ TEST(cNumberConversionFault, AFailedConversionLeavesTheTarget)
   format.setFixedWidth(300);
   format.setPrecision(500);
   format.setRemoveTrailingZeros(false);
-  cAsciiString target;
-  auto const check = [&] { EXPECT_EQ(str(target), "kept"); };
-  auto const fresh = [&] { target = cAsciiString("kept"); };
-  fresh();
-  support::failEveryAllocation([&] { cNumberConversion::toString(target, -5LL, format); }, check);
-  fresh();
-  support::failEveryAllocation([&] { cNumberConversion::toStringFromDouble(target, 1.25, format); }, check);
+  for (bool isFraction : {false, true})
+  {
+    unsigned int numFailures = 0;
+    for (bool failed = true; failed;)
+    {
+      cAsciiString target("kept");
+      failed = false;
+      {
+        support::cAllocationFault fault(numFailures + 1);
+        try
+        {
+          isFraction ? cNumberConversion::toStringFromDouble(target, 1.25, format)
+                     : cNumberConversion::toString(target, -5LL, format);
+        }
+        catch (std::bad_alloc const&)
+        {
+          failed = true;
+        }
+      }
+      numFailures += failed ? 1 : 0;
+      EXPECT_EQ(str(target).substr(0, 5), failed ? "kept" : isFraction ? "kept1" : "kept-");
+    }
+    EXPECT_GE(numFailures, 2u);
+  }
 }
