@@ -1,11 +1,20 @@
 #include "std/cBugException.h"
 
+#include "std/exceptionMessage.h"
+
+#include <utility>
+
 namespace mstd
 {
 cBugException::cBugException() : cAbstractException("bug", Bug, "unknown", 0) {}
 
 cBugException::cBugException(mucs::cLIMessage const& message, char const* file, unsigned int line)
     : cAbstractException("bug", Bug, file, line), mMessage(message)
+{
+}
+
+cBugException::cBugException(mucs::cLIMessage&& message, char const* file, unsigned int line)
+    : cAbstractException("bug", Bug, file, line), mMessage(std::move(message))
 {
 }
 
@@ -34,9 +43,9 @@ void cBugException::setMsg(mucs::cLIMessage const& message)
 
 void cBugException::throwAssertionFailed(char const* condition, char const* file, unsigned int line)
 {
-  throw cBugException(mucs::cLIMessage() << "$MTR$Assertion failed in file %file%:%line%. (%operation%)!"
-                                         << (file != 0 ? file : "unknown file") << line
-                                         << (condition != 0 ? condition : "unknown"),
+  throw cBugException(exceptionMessage("$MTR$Assertion failed in file %file%:%line%. (%operation%)!",
+                                       (file != 0 ? file : "unknown file"), line,
+                                       (condition != 0 ? condition : "unknown")),
                       0, 0);
 }
 } // namespace mstd

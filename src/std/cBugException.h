@@ -14,6 +14,7 @@ public:
   cBugException();
   /// `file` may be null: the place is then left empty.
   cBugException(mucs::cLIMessage const& message, char const* file, unsigned int line);
+  cBugException(mucs::cLIMessage&& message, char const* file, unsigned int line); ///< Takes the message over.
   MORTISE_EXCEPTION(cBugException)
 
   /// Never null.

@@ -1,5 +1,7 @@
 #include "std/cNumberConversionException.h"
 
+#include "std/exceptionMessage.h"
+
 #include <utility>
 
 namespace mstd
@@ -7,10 +9,9 @@ namespace mstd
 cNumberConversionException::cNumberConversionException() : cNumberConversionException(cAsciiString(), 0) {}
 
 cNumberConversionException::cNumberConversionException(cAsciiString const& number, unsigned int index)
-    : cRuntimeException(mucs::cLIMessage()
-                            << "$MTR$Number conversion error. \"%string%\" contains invalid characters at "
-                               "index %index%!"
-                            << number << index,
+    : cRuntimeException(exceptionMessage("$MTR$Number conversion error. \"%string%\" contains invalid characters at "
+                                         "index %index%!",
+                                         number, index),
                         0, 0),
       mNumber(number), miIndex(index)
 {

@@ -1,6 +1,7 @@
 #include "std/cOSErrorException.h"
 
 #include "pi/cPlatform.h"
+#include "std/exceptionMessage.h"
 #include <utility>
 
 namespace mstd
@@ -8,17 +9,16 @@ namespace mstd
 cOSErrorException::cOSErrorException() : miCode(0) {}
 
 cOSErrorException::cOSErrorException(cAsciiString const& operation, int code)
-    : cRuntimeException(mucs::cLIMessage() << "$MTR$OS-Error while trying operation \"%operation%\"!" << operation, 0,
-                        0),
+    : cRuntimeException(exceptionMessage("$MTR$OS-Error while trying operation \"%operation%\"!", operation), 0, 0),
       mOperation(operation), miCode(code)
 {
   linkSystemText();
 }
 
 cOSErrorException::cOSErrorException(cAsciiString const& operation, int code, mucs::cString const& file)
-    : cRuntimeException(mucs::cLIMessage() << "$MTR$OS-Error while trying operation \"%operation%\" on file \"%file%\"!"
-                                           << operation << file,
-                        0, 0),
+    : cRuntimeException(
+          exceptionMessage("$MTR$OS-Error while trying operation \"%operation%\" on file \"%file%\"!", operation, file),
+          0, 0),
       mOperation(operation), miCode(code), mFileName(file)
 {
   linkSystemText();
@@ -42,7 +42,7 @@ MORTISE_EXCEPTION_BODY(cOSErrorException)
 
 void cOSErrorException::linkSystemText()
 {
-  link(cRuntimeException(
-      mucs::cLIMessage() << "$MTR$Error: \"%error%\"!" << mpi::cPlatform::osFileIOErrorString(miCode), 0, 0));
+  link(cRuntimeException(exceptionMessage("$MTR$Error: \"%error%\"!", mpi::cPlatform::osFileIOErrorString(miCode)), 0,
+                         0));
 }
 } // namespace mstd

@@ -1,26 +1,23 @@
 #include "std/cOutOfBoundsException.h"
 
+#include "std/exceptionMessage.h"
+
 namespace mstd
 {
 namespace
 {
 mucs::cLIMessage makeMessage(char const* container, char const* operation)
 {
-  mucs::cLIMessage message;
   if (container == 0)
   {
-    message << "$MTR$Out of bounds condition detected!";
+    return exceptionMessage("$MTR$Out of bounds condition detected!");
   }
-  else if (operation == 0)
+  if (operation == 0)
   {
-    message << "$MTR$Out of bounds condition detected in \"%container%\"!" << container;
+    return exceptionMessage("$MTR$Out of bounds condition detected in \"%container%\"!", container);
   }
-  else
-  {
-    message << "$MTR$Out of bounds condition detected in \"%container%\" while executing \"%operation%\"!" << container
-            << operation;
-  }
-  return message;
+  return exceptionMessage("$MTR$Out of bounds condition detected in \"%container%\" while executing \"%operation%\"!",
+                          container, operation);
 }
 } // namespace
 

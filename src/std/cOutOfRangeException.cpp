@@ -1,5 +1,7 @@
 #include "std/cOutOfRangeException.h"
 
+#include "std/exceptionMessage.h"
+
 #include <utility>
 
 namespace mstd
@@ -34,13 +36,6 @@ char const* nameOf(char const* name)
   return name != 0 ? name : "unknown";
 }
 
-mucs::cLIMessage makeMessage(char const* container, char const* operation, cSTDExceptions::OutOfRangeType type,
-                             long long value, long long min, long long max)
-{
-  mucs::cLIMessage message;
-  message << keyOf(type) << container << operation << min << max << value;
-  return message;
-}
 } // namespace
 
 cOutOfRangeException::cOutOfRangeException() : cOutOfRangeException(0, 0, cSTDExceptions::IndexOutOfRange, 0, 0, 0) {}
@@ -48,7 +43,7 @@ cOutOfRangeException::cOutOfRangeException() : cOutOfRangeException(0, 0, cSTDEx
 cOutOfRangeException::cOutOfRangeException(char const* container, char const* operation,
                                            cSTDExceptions::OutOfRangeType type, long long value, long long min,
                                            long long max)
-    : cBugException(makeMessage(nameOf(container), nameOf(operation), type, value, min, max), 0, 0),
+    : cBugException(exceptionMessage(keyOf(type), nameOf(container), nameOf(operation), min, max, value), 0, 0),
       mOutOfRangeType(type), miValue(value), miMin(min), miMax(max), mContainer(nameOf(container)),
       mOperation(nameOf(operation))
 {

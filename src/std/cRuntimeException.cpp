@@ -1,11 +1,18 @@
 #include "std/cRuntimeException.h"
 
+#include <utility>
+
 namespace mstd
 {
 cRuntimeException::cRuntimeException() : cAbstractException("runtime", Runtime, "unknown", 0) {}
 
 cRuntimeException::cRuntimeException(mucs::cLIMessage const& message, char const* file, unsigned int line)
     : cAbstractException("runtime", Runtime, file, line), mMessage(message)
+{
+}
+
+cRuntimeException::cRuntimeException(mucs::cLIMessage&& message, char const* file, unsigned int line)
+    : cAbstractException("runtime", Runtime, file, line), mMessage(std::move(message))
 {
 }
 

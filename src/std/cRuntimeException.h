@@ -14,6 +14,7 @@ public:
   cRuntimeException();
   /// `file` may be null: the place is then left empty.
   cRuntimeException(mucs::cLIMessage const& message, char const* file, unsigned int line);
+  cRuntimeException(mucs::cLIMessage&& message, char const* file, unsigned int line); ///< Takes the message over.
   MORTISE_EXCEPTION(cRuntimeException)
 
   /// Never null.

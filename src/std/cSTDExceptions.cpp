@@ -8,6 +8,7 @@
 #include "std/cTextParseException.h"
 #include "std/cTypeMissmatchException.h"
 #include "std/debugLines.h"
+#include "std/exceptionMessage.h"
 #include "ucs/cString.h"
 
 #include <new>
@@ -22,17 +23,17 @@ char const* nameOf(char const* name)
 
 void cSTDExceptions::throwCoreBug(char const* bug, char const* file, unsigned int line)
 {
-  throw mstd::cBugException(mucs::cLIMessage() << "$MTR$Bug (\"%bug%\") detected!" << bug, file, line);
+  throw mstd::cBugException(mstd::exceptionMessage("$MTR$Bug (\"%bug%\") detected!", bug), file, line);
 }
 
 void cSTDExceptions::throwUnsupportedOperation(mstd::cAsciiString const& operation)
 {
-  throw mstd::cBugException(mucs::cLIMessage() << "$MTR$The operation \"%s%\" is not supported!" << operation, 0, 0);
+  throw mstd::cBugException(mstd::exceptionMessage("$MTR$The operation \"%s%\" is not supported!", operation), 0, 0);
 }
 
 void cSTDExceptions::throwUnexpectedEndOfInput()
 {
-  throw mstd::cRuntimeException(mucs::cLIMessage() << "$MTR$Unexpected end of input!", 0, 0);
+  throw mstd::cRuntimeException(mstd::exceptionMessage("$MTR$Unexpected end of input!"), 0, 0);
 }
 
 void cSTDExceptions::throwOutOfBounds(char const* container, char const* operation)
@@ -42,26 +43,25 @@ void cSTDExceptions::throwOutOfBounds(char const* container, char const* operati
 
 void cSTDExceptions::throwElementNotFound(char const* container, char const* operation)
 {
-  throw mstd::cBugException(mucs::cLIMessage()
-                                << "$MTR$Element could not be found in \"%container%\" while operation \"%operation%\"!"
-                                << nameOf(container) << nameOf(operation),
-                            0, 0);
+  throw mstd::cBugException(
+      mstd::exceptionMessage("$MTR$Element could not be found in \"%container%\" while operation \"%operation%\"!",
+                             nameOf(container), nameOf(operation)),
+      0, 0);
 }
 
 void cSTDExceptions::throwInvalidDecimalBase(int base, int min, int max)
 {
   throw mstd::cRuntimeException(
-      mucs::cLIMessage() << "$MTR$Invalid base for a decimal. The base must be between %min% and %max% but is %base%!"
-                         << min << max << base,
+      mstd::exceptionMessage("$MTR$Invalid base for a decimal. The base must be between %min% and %max% but is %base%!",
+                             min, max, base),
       0, 0);
 }
 
 void cSTDExceptions::throwInvalidDecimal(mucs::cString const& string, unsigned int index)
 {
   throw mstd::cRuntimeException(
-      mucs::cLIMessage()
-          << "$MTR$Invalid decimal number (\"%string%\"). Character at index %index% not points to digit!" << string
-          << index,
+      mstd::exceptionMessage(
+          "$MTR$Invalid decimal number (\"%string%\"). Character at index %index% not points to digit!", string, index),
       0, 0);
 }
 
@@ -75,9 +75,9 @@ void cSTDExceptions::throwWrongAnyDereference(mstd::cAsciiString const& requeste
 {
   mstd::cTypeMissmatchException mismatch(contained, requested);
   mismatch.link(mstd::cRuntimeException(
-      mucs::cLIMessage()
-          << "$MTR$User requested object of wrong type (\"%type%\") from type cAny which contains \"%contains%\"!"
-          << requested << contained,
+      mstd::exceptionMessage(
+          "$MTR$User requested object of wrong type (\"%type%\") from type cAny which contains \"%contains%\"!",
+          requested, contained),
       0, 0));
   throw mismatch;
 }

@@ -1,12 +1,13 @@
 #include "std/cTypeErrorException.h"
 
+#include "std/exceptionMessage.h"
+
 namespace mstd
 {
 cTypeErrorException::cTypeErrorException() : cTypeErrorException(cAsciiString()) {}
 
 cTypeErrorException::cTypeErrorException(cAsciiString const& type)
-    : cBugException(mucs::cLIMessage() << "$MTR$Type error while deserializing of %type%!" << type, 0, 0),
-      mTypeName(type)
+    : cBugException(exceptionMessage("$MTR$Type error while deserializing of %type%!", type), 0, 0), mTypeName(type)
 {
 }
 

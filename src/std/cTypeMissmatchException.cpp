@@ -1,5 +1,7 @@
 #include "std/cTypeMissmatchException.h"
 
+#include "std/exceptionMessage.h"
+
 namespace mstd
 {
 cTypeMissmatchException::cTypeMissmatchException() : cTypeMissmatchException(cAsciiString(), cAsciiString()) {}
@@ -7,10 +9,8 @@ cTypeMissmatchException::cTypeMissmatchException() : cTypeMissmatchException(cAs
 cTypeMissmatchException::cTypeMissmatchException(cAsciiString const& assigned, cAsciiString const& expected)
     : cTypeErrorException(expected), mAssignedType(assigned), mExpectedType(expected)
 {
-  mucs::cLIMessage message;
-  message << "$MTR$Type mismatch: Expecting type \"%expected%\" but got object of type \"%got%\"!" << expected
-          << assigned;
-  setMsg(message);
+  setMsg(exceptionMessage("$MTR$Type mismatch: Expecting type \"%expected%\" but got object of type \"%got%\"!",
+                          expected, assigned));
 }
 
 cTypeMissmatchException::cTypeMissmatchException(cTypeMissmatchException const& other) : cTypeErrorException(other)
