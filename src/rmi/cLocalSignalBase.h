@@ -54,6 +54,10 @@ protected:
   void invokeSlots(A&... args);
 
 private:
+#if defined(__GNUC__) && !defined(__clang__) && __GNUC__ >= 12
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdangling-pointer" // the destructor takes the pointer back
+#endif
   // Counts an invocation, and learns if the signal goes while it runs.
   class cInvocation
   {
@@ -81,6 +85,9 @@ private:
     cLocalSignalBase* mpSignal; // null: gone
     cInvocation* mpOuter;
   };
+#if defined(__GNUC__) && !defined(__clang__) && __GNUC__ >= 12
+#pragma GCC diagnostic pop
+#endif
 
   void throwIfUnconnected() const;
   void removeCalls(cConnectable const& connectable);

@@ -2,6 +2,7 @@
 
 #include "rmi/cUnconnectedSignalException.h"
 #include "std/cBugException.h"
+#include "std/exceptionMessage.h"
 
 namespace mrmi
 {
@@ -9,7 +10,7 @@ namespace
 {
 [[noreturn]] void throwBug(char const* key)
 {
-  throw mstd::cBugException(mucs::cLIMessage() << key, 0, 0);
+  throw mstd::cBugException(mstd::exceptionMessage(key), 0, 0);
 }
 } // namespace
 

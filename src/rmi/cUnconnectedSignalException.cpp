@@ -1,9 +1,11 @@
 #include "rmi/cUnconnectedSignalException.h"
 
+#include "std/exceptionMessage.h"
+
 namespace mrmi
 {
 cUnconnectedSignalException::cUnconnectedSignalException()
-    : cRuntimeException(mucs::cLIMessage() << "$MTR$Call of an unconnected signal", 0, 0)
+    : cRuntimeException(mstd::exceptionMessage("$MTR$Call of an unconnected signal"), 0, 0)
 {
 }
 
