@@ -35,24 +35,24 @@ public:
   bool isMarked() const noexcept { return mpNode != nullptr && Node::isMarked(*mpNode); }
 
 protected:
+  // The checks ask for the place of the node and not for its neighbour: behind an access to the element, the compiler
+  // sees that the step cannot fail any more.
   void stepForward()
   {
-    NodeType* const next = mpNode == nullptr ? nullptr : Node::next(*mpNode);
-    if (__builtin_expect(next == nullptr, 0))
+    if (__builtin_expect(mpNode == nullptr || Node::isTail(*mpNode), 0))
     {
       fail("cIteratorBase::operator++()");
     }
-    mpNode = next;
+    mpNode = &present(Node::next(*mpNode));
   }
 
   void stepBack()
   {
-    NodeType* const previous = mpNode == nullptr ? nullptr : Node::previous(*mpNode);
-    if (__builtin_expect(previous == nullptr, 0))
+    if (__builtin_expect(mpNode == nullptr || Node::isHead(*mpNode), 0))
     {
       fail("cIteratorBase::operator--()");
     }
-    mpNode = previous;
+    mpNode = &present(Node::previous(*mpNode));
   }
 
   T& value(char const* operation) const
@@ -67,6 +67,16 @@ protected:
   [[noreturn]] static void fail(char const* operation) { cSTDExceptions::throwOutOfBounds("tList", operation); }
 
 private:
+  // Between the sentinels there is always a neighbour; the next check of the node for null is then spared.
+  static NodeType& present(NodeType* pNode) noexcept
+  {
+    if (pNode == nullptr)
+    {
+      __builtin_unreachable();
+    }
+    return *pNode;
+  }
+
   NodeType* mpNode;
 };
 

@@ -32,6 +32,8 @@ public:
 
     static Type* next(Type const& rNode) noexcept { return rNode.next(); }
     static Type* previous(Type const& rNode) noexcept { return rNode.previous(); }
+    static bool isHead(Type const& rNode) noexcept { return rNode.isHead(); }
+    static bool isTail(Type const& rNode) noexcept { return rNode.isTail(); }
     static bool isElement(Type const& rNode) noexcept { return rNode.isElement(); }
     static Value& value(Type& rNode) noexcept { return static_cast<tListElementNodeType<Value>&>(rNode).value(); }
     static bool isMarked(Type const& rNode) noexcept { return rNode.isMarked(); }
@@ -42,7 +44,7 @@ public:
   typedef tConstIterator<T, tListItNode<tList, T>> const_iterator;
 
   /// Empty.
-  tList() noexcept { mTail.linkAfter(mHead); }
+  tList() noexcept : mHead(Node::AtHead), mTail(Node::AtTail) { mHead.linkSentinels(mTail); }
 
   /// Copies the values, not the marks.
   tList(tList const& rSource) : tList() { copyElements(rSource); }
@@ -128,7 +130,7 @@ public:
   iterator insert(const_iterator const& before, T const& rValue)
   {
     Node* const node = before.node();
-    if (node == nullptr || node->previous() == nullptr)
+    if (node == nullptr || node->isHead())
     {
       cSTDExceptions::throwOutOfBounds("tList", "tList::insert()");
     }

@@ -16,7 +16,19 @@ template <class T>
 class MORTISE_API tListNodeBaseType
 {
 public:
-  tListNodeBaseType() noexcept : tListNodeBaseType(false) {}
+  /// The place of a node, by which a walk tells at one look what it may do with it.
+  enum Place : unsigned char
+  {
+    Between = 0, ///< an element
+    AtHead = 1,
+    AtTail = 2
+  };
+
+  /// A sentinel, not yet linked.
+  explicit tListNodeBaseType(Place ePlace) noexcept
+      : mpPrevious(nullptr), mpNext(nullptr), mbEraseLater(false), mbLinked(false), mPlace(ePlace)
+  {
+  }
   tListNodeBaseType(tListNodeBaseType const&) = delete;
   tListNodeBaseType& operator=(tListNodeBaseType const&) = delete;
   virtual ~tListNodeBaseType() { unlink(); }
@@ -24,55 +36,46 @@ public:
   /// This node as an element, or null if it is a sentinel.
   virtual tListElementNodeType<T>* isElementNode() { return nullptr; }
 
-  /// The same answer without a virtual call, for walks.
-  bool isElement() const noexcept { return mbElement; }
+  /// The same answers without a virtual call, for walks.
+  bool isElement() const noexcept { return mPlace == Between; }
+  bool isHead() const noexcept { return mPlace == AtHead; }
+  bool isTail() const noexcept { return mPlace == AtTail; }
 
-  /// Null for the head of a list and for a node that is not linked.
+  /// The neighbours: null before the head and behind the tail. A node that was unlinked keeps its last ones, so that a
+  /// walk can leave an element that is just being destroyed.
   tListNodeBaseType* previous() const noexcept { return mpPrevious; }
-  /// Null for the tail of a list and for a node that is not linked.
   tListNodeBaseType* next() const noexcept { return mpNext; }
 
   /// True if the node waits for the sweep of its list's owner.
   bool isMarked() const noexcept { return mbEraseLater; }
   void mark() noexcept { mbEraseLater = true; }
 
+  /// Makes this head and that tail an empty list.
+  void linkSentinels(tListNodeBaseType& rTail) noexcept
+  {
+    mpNext = &rTail;
+    rTail.mpPrevious = this;
+  }
+
   /// Links this node, which must not be linked, in front of `rNode`.
   void linkBefore(tListNodeBaseType& rNode) noexcept
   {
     mpPrevious = rNode.mpPrevious;
     mpNext = &rNode;
-    if (mpPrevious != nullptr)
-    {
-      mpPrevious->mpNext = this;
-    }
+    mpPrevious->mpNext = this;
     rNode.mpPrevious = this;
+    mbLinked = true;
   }
 
-  /// Links this node, which must not be linked, behind `rNode`.
-  void linkAfter(tListNodeBaseType& rNode) noexcept
-  {
-    mpPrevious = &rNode;
-    mpNext = rNode.mpNext;
-    if (mpNext != nullptr)
-    {
-      mpNext->mpPrevious = this;
-    }
-    rNode.mpNext = this;
-  }
-
-  /// Takes this node out of its list; without effect if it is not in one.
+  /// Takes this node out of its list; without effect on a sentinel and on a node that is not in a list.
   void unlink() noexcept
   {
-    if (mpPrevious != nullptr)
+    if (mbLinked)
     {
       mpPrevious->mpNext = mpNext;
-    }
-    if (mpNext != nullptr)
-    {
       mpNext->mpPrevious = mpPrevious;
+      mbLinked = false;
     }
-    mpPrevious = nullptr;
-    mpNext = nullptr;
   }
 
   /// Moves the linked run from `rFirst` to `rLast` in front of this node, in its order.
@@ -86,17 +89,12 @@ public:
     mpPrevious = &rLast;
   }
 
-protected:
-  explicit tListNodeBaseType(bool bElement) noexcept
-      : mpPrevious(nullptr), mpNext(nullptr), mbEraseLater(false), mbElement(bElement)
-  {
-  }
-
 private:
   tListNodeBaseType* mpPrevious;
   tListNodeBaseType* mpNext;
   bool mbEraseLater;
-  bool const mbElement;
+  bool mbLinked; // an element in a list
+  Place const mPlace;
 };
 
 /// Node that holds an element of a list.
@@ -104,7 +102,9 @@ template <class T>
 class MORTISE_API tListElementNodeType : public tListNodeBaseType<T>
 {
 public:
-  explicit tListElementNodeType(T const& rValue) : tListNodeBaseType<T>(true), mValue(rValue) {}
+  explicit tListElementNodeType(T const& rValue) : tListNodeBaseType<T>(tListNodeBaseType<T>::Between), mValue(rValue)
+  {
+  }
 
   /// Leaves the list before the value goes, so that nobody who walks it from the value's destructor meets the rest.
   ~tListElementNodeType() override { this->unlink(); }

@@ -17,7 +17,7 @@ namespace
 class cThing
 {
 public:
-  explicit cThing(std::string const& name) : name(name), watch(this) {}
+  explicit cThing(std::string const& sName) : name(sName), watch(this) {}
   std::string const name;
   tParentWatch<cThing> watch;
 };
