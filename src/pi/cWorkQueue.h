@@ -40,7 +40,8 @@ public:
   ~cWorkQueue() override;
 
   /// One turn. Returns the number of work items still active; 0 without event processor, and with an asynchronous
-  /// one, which does the work of the turn when it calls back.
+  /// one, which does the work of the turn when it calls back. After a turn with nested turns in it the number is not to be
+  /// relied on: nested walks count anew, and the outer walk goes on from there.
   unsigned int process();
 
   /// One pass: updateTimer() and, if there is something to wait for, a wait of the event processor. With
