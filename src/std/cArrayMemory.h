@@ -9,10 +9,10 @@ namespace mstd
 {
 /// The part of the arrays that does not depend on the element type: pools and searches in raw memory.
 ///
-/// A pool of n elements is a block of the C library. Up to 256 bytes it is as large as its elements; above, its size is
-/// rounded up to a grid of a quarter (from 4 KiB on an eighth) of its magnitude. So an array that grows sector
-/// by sector asks the allocator a logarithmic number of times, and since the size of the block follows from n alone,
-/// nothing has to be remembered. The slack is never more than a quarter.
+/// A pool of n elements is a block of the C library. Up to 128 bytes it is as large as its elements; above, its size is
+/// rounded up to a grid: a half of its magnitude below 1 KiB, a quarter below 4 KiB, else an eighth. So an array that
+/// grows sector by sector asks the allocator a logarithmic number of times, and since the size of the block follows
+/// from n alone, nothing has to be remembered.
 class MORTISE_API cArrayMemory
 {
 public:

@@ -33,7 +33,7 @@ namespace mstd
 /// Invalidated: any change of the length ends the life of pointers and references into the pool.
 /// Threads:     no lock; an array and the views of it belong to one thread at a time.
 /// Cost:        append is O(1) amortized, insert and erase are O(elements behind the place). The block
-///              behind the pool may be up to a quarter larger than the capacity, see cArrayMemory.
+///              behind a large pool is somewhat larger than the capacity, see cArrayMemory.
 template <class T, class Traits>
 class MORTISE_API tArray : public tAbstractArrayProxy<T>
 {
@@ -141,11 +141,8 @@ public:
     {
       growForOne();
     }
-    mpPool[end] = copy;
-    if (Terminated)
-    {
-      mpPool[end + 1u] = T();
-    }
+    T const tail[2] = {copy, T()};
+    memcpy(static_cast<void*>(mpPool + end), tail, (1 + Terminated) * sizeof(T)); // one store for both
     mLength = end + 1;
   }
   /// Puts `iSize` elements behind the last. Null is an assertion failure unless `iSize` is 0.

@@ -47,14 +47,20 @@ TEST(cArrayMemory, SectorGrowthAsksForFewBlocks)
   cArrayMemory::release(pool);
 }
 
-TEST(cArrayMemory, TheSlackIsAtMostAQuarterAndNoneForSmallPools)
+TEST(cArrayMemory, TheSlackIsAPartOfTheSizeAndNoneForSmallPools)
 {
   for (unsigned int count = 1; count < 100000; count += 1 + count / 50)
   {
     void* const pool = cArrayMemory::allocate(count, 1);
     size_t const usable = malloc_usable_size(pool);
     EXPECT_GE(usable, count);
-    EXPECT_LE(usable, (count <= 256 ? count : count + count / 4) + 32) << count; // 32: the allocator's own grid
+    EXPECT_LE(usable, count +
+                          (count <= 128 ? 0
+                                        : count / (count < 1024   ? 2
+                                                   : count < 4096 ? 4
+                                                                  : 8)) +
+                          32)
+        << count; // 32: the allocator's own grid
     cArrayMemory::release(pool);
   }
 }
@@ -156,4 +162,45 @@ TEST(cArrayMemory, ElementsOfEveryWidthAreMatchedWholePropertyTest)
   compareWithALoop<unsigned short>(seed);
   compareWithALoop<unsigned int>(seed);
   compareWithALoop<unsigned long long>(seed);
+}
+
+TEST(cArrayMemory, LongRunsAreSearchedAsByAPlainLoopPropertyTest)
+{
+  unsigned int const seed = std::random_device()();
+  std::cout << "seed " << seed << "\n";
+  std::mt19937 random(seed);
+  for (int round = 0; round < 20000; ++round)
+  {
+    unsigned int const letters = 1 + random() % 4;
+    std::string data;
+    std::string needle;
+    for (unsigned int n = random() % 200; n != 0; --n)
+    {
+      data += static_cast<char>('a' + random() % letters);
+    }
+    for (unsigned int n = 1 + random() % 40; n != 0; --n)
+    {
+      needle += static_cast<char>('a' + random() % letters);
+    }
+    if (random() % 2 != 0 && !data.empty()) // one that stands there, often at the very end
+    {
+      size_t const size = 1 + random() % data.size();
+      needle = data.substr(random() % 3 == 0 ? data.size() - size : random() % (data.size() - size + 1), size);
+    }
+    std::vector<char> const exact(data.begin(), data.end()); // reading past it shows
+    std::string::size_type const expected = data.find(needle);
+    void const* const at = cArrayMemory::find(exact.data(), exact.size(), needle.data(), needle.size());
+    ASSERT_EQ(at, expected == std::string::npos ? nullptr : exact.data() + expected)
+        << "seed " << seed << " round " << round;
+  }
+}
+
+TEST(cArrayMemory, ASearchFullOfHalfMatchesEndsInLinearTime)
+{
+  std::string data(4u << 20, 'a');
+  std::string const needle = std::string(100000, 'a') + "b" + std::string(100000, 'a');
+  EXPECT_EQ(cArrayMemory::find(data.data(), data.size(), needle.data(), needle.size()), nullptr); // not 10^11 steps
+  data[data.size() - 100001] = 'b';
+  EXPECT_EQ(cArrayMemory::find(data.data(), data.size(), needle.data(), needle.size()),
+            data.data() + data.size() - needle.size());
 }
