@@ -1,0 +1,8 @@
+#include "sa/cAbstractContextData.h"
+
+namespace msa
+{
+
+cAbstractContextData::~cAbstractContextData() {}
+
+} // namespace msa

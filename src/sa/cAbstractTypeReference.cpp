@@ -1,0 +1,8 @@
+#include "sa/cAbstractTypeReference.h"
+
+namespace msa
+{
+
+cAbstractTypeReference::~cAbstractTypeReference() {}
+
+} // namespace msa
