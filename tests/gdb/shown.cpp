@@ -54,7 +54,8 @@ int main()
   gone.reset();
   mstd::cTime time(1234567890000001ull);
   mucs::cLIMessage message;
-  message << "$MTR$Cannot open %file%!" << "door";
+  message << "$MTR$Cannot open %file%!"
+          << "door";
   mucs::cLIMessage noMessage;
   show();
   return 0;
