@@ -1,14 +1,19 @@
 #ifndef MORTISE_STD_THASH_H
 #define MORTISE_STD_THASH_H
 
+#include "pi/piTypes.h"
 #include "std/tList.h"
 #include "std/tPair.h"
 #include "std/tVector.h"
 
+#include <string.h>
+#include <type_traits>
+
 namespace mstd
 {
 
-/// Hashing of keys that are arrays: `length()` elements behind `data()`. `N` is the number of buckets.
+/// Hashing and comparing of keys that are arrays: `length()` elements behind `data(true)`, which may be null for an
+/// empty one. `N` is the number of buckets.
 template <unsigned int N>
 class MORTISE_API tArrayHashTraits
 {
@@ -20,37 +25,75 @@ public:
   };
   static_assert(N > 0, "a hash needs a bucket");
 
+  /// Up to 1024 elements: h = h * 33 + element, from 5381 on, in 32 bits. Above: a sum of the low bytes of four
+  /// elements, exclusive-or the length.
   template <class Key>
   static unsigned int hash(Key const& rKey)
   {
     unsigned int const length = rKey.length();
-    if (length == 0)
-    {
-      return Seed;
-    }
-    auto const* const data = rKey.data();
-    if (length > MaxHashedLength)
+    auto const* const data = rKey.data(true);
+    if (__builtin_expect(length > MaxHashedLength, 0))
     {
       unsigned int const sum = lowByte(data[length / 6]) + lowByte(data[length - length / 6]) +
                                lowByte(data[length - 5]) + lowByte(data[length - length / 3]);
       return sum ^ length;
     }
-    // h = h * 33 + element, four elements at a time, so that the multiplications do not wait for each other.
-    unsigned int const by2 = 33u * 33u;
-    unsigned int const by3 = by2 * 33u;
-    unsigned int const by4 = by3 * 33u;
     unsigned int h = Seed;
     unsigned int i = 0;
-    for (; length - i >= 4; i += 4)
-    {
-      h = h * by4 +
-          (element(data[i]) * by3 + element(data[i + 1]) * by2 + element(data[i + 2]) * 33u + element(data[i + 3]));
-    }
+    hashBlocks(data, length, h, i);
     for (; i < length; ++i)
     {
-      h = h * 33u + element(data[i]);
+      h = h * 33u + static_cast<unsigned int>(data[i]);
     }
     return h;
+  }
+
+  /// Whether two keys are equal: same length, equal elements.
+  template <class Key>
+  static bool isSame(Key const& rLeft, Key const& rRight)
+  {
+    typedef std::decay_t<decltype(*rLeft.data(true))> Element;
+    if constexpr (std::is_integral_v<Element>)
+    {
+      unsigned int const length = rLeft.length();
+      return length == rRight.length() &&
+             (length == 0 || memcmp(rLeft.data(true), rRight.data(true), length * sizeof(Element)) == 0);
+    }
+    else
+    {
+      return rLeft == rRight;
+    }
+  }
+
+  /// Whether isSameInline() takes `rKey`.
+  template <class Key>
+  static bool isInline(Key const& rKey)
+  {
+    typedef std::decay_t<decltype(*rKey.data(true))> Element;
+    unsigned int const perBlock = sizeof(Block) / sizeof(Element);
+    return std::is_integral_v<Element> && rKey.length() - perBlock < 32 * perBlock;
+  }
+
+  /// isSame() without a call and without a branch for each element: keys of the same hash are nearly always equal, so
+  /// they are compared to their end.
+  template <class Key>
+  static bool isSameInline(Key const& rInline, Key const& rOther)
+  {
+    unsigned int const length = rInline.length();
+    if (length != rOther.length())
+    {
+      return false;
+    }
+    auto const* const left = rInline.data(true);
+    auto const* const right = rOther.data(true);
+    unsigned int const perBlock = sizeof(Block) / sizeof(*left);
+    unsigned int const last = length - perBlock;
+    Block difference = block(left + last) ^ block(right + last);
+    for (unsigned int i = 0; i < last; i += perBlock)
+    {
+      difference |= block(left + i) ^ block(right + i);
+    }
+    return (difference[0] | difference[1]) == 0;
   }
 
 private:
@@ -58,17 +101,172 @@ private:
   {
     Seed = 5381
   };
+  typedef unsigned long long Block __attribute__((vector_size(16)));
 
-  template <class E>
-  static unsigned int element(E e)
-  {
-    return static_cast<unsigned int>(e);
-  }
   template <class E>
   static unsigned int lowByte(E e)
   {
     return static_cast<unsigned int>(e) & 0xFFu;
   }
+
+  // Takes whole groups of four elements from `riAt` on into the hash, so that its multiplications do not wait for each
+  // other.
+  template <class E>
+  static void hashBlocks(E const* pElements, unsigned int iLength, unsigned int& rHash, unsigned int& riAt)
+  {
+    unsigned int const by2 = 33u * 33u;
+    unsigned int const by4 = by2 * by2;
+#if defined(__SSE2__)
+    if constexpr (std::is_integral_v<E> && sizeof(E) == 4)
+    {
+      // Two running sums, of the first and of the second pair of each group, in the lower halves of two wide lanes.
+      typedef unsigned int Quad __attribute__((vector_size(16)));
+      typedef int SignedQuad __attribute__((vector_size(16)));
+      Quad sums = {0, 0, rHash, 0};
+      Quad const factor = {by4, 0, by4, 0};
+      for (; iLength - riAt >= 4; riAt += 4)
+      {
+        Block const elements = block(pElements + riAt);
+        Quad const pairs = reinterpret_cast<Quad>(elements) * 33u + reinterpret_cast<Quad>(elements >> 32);
+        sums = reinterpret_cast<Quad>(__builtin_ia32_pmuludq128(reinterpret_cast<SignedQuad>(sums),
+                                                                reinterpret_cast<SignedQuad>(factor))) +
+               pairs;
+      }
+      rHash = sums[0] * by2 + sums[2];
+      return;
+    }
+#endif
+    for (; iLength - riAt >= 4; riAt += 4)
+    {
+      E const* const e = pElements + riAt;
+      rHash = rHash * by4 + ((static_cast<unsigned int>(e[0]) * 33u + static_cast<unsigned int>(e[1])) * by2 +
+                             (static_cast<unsigned int>(e[2]) * 33u + static_cast<unsigned int>(e[3])));
+    }
+  }
+
+  template <class E>
+  static Block block(E const* pElements)
+  {
+    Block result;
+    memcpy(&result, pElements, sizeof(result));
+    return result;
+  }
+};
+
+/// The way from a hash to the entries of a table with buckets: beside the buckets, packed so that a look-up usually
+/// touches one cache line before the entry itself. Knows entries by address only; a part of tHash.
+class MORTISE_API cHashIndex
+{
+public:
+  /// Raises std::bad_alloc.
+  explicit cHashIndex(unsigned int iBuckets);
+  cHashIndex(cHashIndex const&) = delete;
+  cHashIndex& operator=(cHashIndex const&) = delete;
+  ~cHashIndex();
+
+  /// The first entry of the bucket with this hash for which `match(entry)` holds, or null. If `match.isInline()`, then
+  /// `match.isSameInline(entry)` tells the same without a call, which spares the usual look-up all saving of registers.
+  template <class Match>
+  void* find(unsigned int iBucket, unsigned int iHash, Match match) const
+  {
+    cBucket const& bucket = mpBuckets[iBucket];
+    if (__builtin_expect(match.isInline(), 1))
+    {
+      unsigned int const found = bucket.find(iHash);
+      if (__builtin_expect(found != 0, 1))
+      {
+        // An unused place has no entry, and none behind it has one.
+        void* const entry = bucket.mpEntries[__builtin_ctz(found)];
+        if (__builtin_expect(entry != nullptr && match.isSameInline(entry), 1))
+        {
+          return entry;
+        }
+      }
+      if (__builtin_expect(bucket.miCount <= Places && (found & (found - 1)) == 0, 1))
+      {
+        return nullptr;
+      }
+    }
+    return findRest(bucket, iHash, match);
+  }
+
+  /// Makes room for one more entry in the bucket. Raises std::bad_alloc and changes nothing.
+  void reserve(unsigned int iBucket);
+  /// Adds an entry behind the others of its bucket, after reserve().
+  void add(unsigned int iBucket, unsigned int iHash, void* pEntry) noexcept;
+  void remove(unsigned int iBucket, void const* pEntry) noexcept;
+  void clear() noexcept;
+  void swap(cHashIndex& rOther) noexcept;
+
+private:
+  enum : unsigned int
+  {
+    Places = 4,
+    LineSize = 64
+  };
+
+  struct cPlace
+  {
+    void* mpEntry;
+    unsigned int miHash;
+  };
+
+  // One cache line where pointers have 64 bits. The first entries are held here, the others in an array of their own.
+  struct cBucket
+  {
+    unsigned int miHashes[Places];
+    void* mpEntries[Places];
+    cPlace* mpMore;
+    unsigned int miCount;
+    unsigned int miMoreCapacity;
+
+    // A bit for each place with this hash; without branches, since nobody can foretell the place.
+    unsigned int find(unsigned int iHash) const
+    {
+#if defined(__SSE2__)
+      typedef int Hashes __attribute__((vector_size(16)));
+      typedef float Lanes __attribute__((vector_size(16)));
+      Hashes hashes;
+      memcpy(&hashes, miHashes, sizeof(hashes));
+      return static_cast<unsigned int>(
+          __builtin_ia32_movmskps(reinterpret_cast<Lanes>(hashes == static_cast<int>(iHash))));
+#else
+      unsigned int found = 0;
+      for (unsigned int i = 0; i < Places; ++i)
+      {
+        found |= static_cast<unsigned int>((static_cast<unsigned long long>(miHashes[i] ^ iHash) - 1) >> 63) << i;
+      }
+      return found;
+#endif
+    }
+  };
+
+  template <class Match>
+  __attribute__((noinline)) static void* findRest(cBucket const& rBucket, unsigned int iHash, Match match)
+  {
+    unsigned int const inside = rBucket.miCount < Places ? rBucket.miCount : static_cast<unsigned int>(Places);
+    for (unsigned int i = 0; i < inside; ++i)
+    {
+      if (rBucket.miHashes[i] == iHash && match(rBucket.mpEntries[i]))
+      {
+        return rBucket.mpEntries[i];
+      }
+    }
+    for (unsigned int i = 0; i < rBucket.miCount - inside; ++i)
+    {
+      if (rBucket.mpMore[i].miHash == iHash && match(rBucket.mpMore[i].mpEntry))
+      {
+        return rBucket.mpMore[i].mpEntry;
+      }
+    }
+    return nullptr;
+  }
+
+  static void put(cBucket& rBucket, unsigned int iPlace, unsigned int iHash, void* pEntry) noexcept;
+
+  cBucket* mpBuckets; // within mpMemory, at the start of a cache line
+  void* mpMemory;
+  unsigned int miBuckets;
 };
 
 /// Table from keys to values with a fixed number of buckets; it is never rehashed.
@@ -77,13 +275,13 @@ private:
 /// Errors:    no memory raises std::bad_alloc and leaves the table as it was.
 /// Validity:  a reference to a value holds until its key is removed.
 /// Threads:   no lock.
-/// Cost:      a look-up hashes the key and walks one bucket; it is meant for up to some ten entries per bucket.
+/// Cost:      a look-up hashes the key and goes through one bucket; it is meant for up to some ten keys per bucket.
 template <class K, class V, class Traits>
 class MORTISE_API tHash
 {
 public:
   /// Empty, with all its buckets.
-  tHash() : miLength(0)
+  tHash() : mIndex(Traits::Buckets), miLength(0)
   {
     tVector<Bucket> buckets;
     buckets.resizePool(Traits::Buckets, false);
@@ -95,56 +293,84 @@ public:
     mBuckets.swap(buckets);
   }
 
+  tHash(tHash const& rSource) : mBuckets(rSource.mBuckets), mIndex(Traits::Buckets), miLength(rSource.miLength)
+  {
+    for (unsigned int i = 0; i < Traits::Buckets; ++i)
+    {
+      for (Entry& entry : mBuckets.at(i))
+      {
+        mIndex.reserve(i);
+        mIndex.add(i, Traits::hash(entry.first), &entry);
+      }
+    }
+  }
+
+  tHash& operator=(tHash const& rSource)
+  {
+    tHash copy(rSource);
+    swap(copy);
+    return *this;
+  }
+
   /// The value of `rKey`, or null.
-  V* has(K const& rKey) { return const_cast<V*>(static_cast<tHash const*>(this)->has(rKey)); }
+  V* has(K const& rKey)
+  {
+    Entry* const entry = find(rKey, Traits::hash(rKey));
+    return entry == nullptr ? nullptr : &entry->second;
+  }
   V const* has(K const& rKey) const
   {
-    unsigned int const hash = Traits::hash(rKey);
-    Bucket const& bucket = mBuckets.at(hash % Traits::Buckets);
-    Position const position = find(bucket, hash, rKey);
-    return position == bucket.end() ? nullptr : &position->second;
+    Entry const* const entry = find(rKey, Traits::hash(rKey));
+    return entry == nullptr ? nullptr : &entry->second;
   }
 
   /// The value of `rKey`, which is added with a default value if it is absent.
   V& operator[](K const& rKey)
   {
     unsigned int const hash = Traits::hash(rKey);
-    Bucket& bucket = mBuckets.at(hash % Traits::Buckets);
-    Position const position = find(bucket, hash, rKey);
-    if (position != bucket.end())
-    {
-      return const_cast<V&>(position->second);
-    }
-    V& value = bucket.append(cEntry(rKey, hash))->second;
-    ++miLength;
-    return value;
+    Entry* const entry = find(rKey, hash);
+    return entry == nullptr ? add(rKey, hash) : entry->second;
   }
 
   /// Removes `rKey` and its value; false if it is absent.
   bool remove(K const& rKey)
   {
     unsigned int const hash = Traits::hash(rKey);
-    Bucket& bucket = mBuckets.at(hash % Traits::Buckets);
-    for (typename Bucket::iterator it = bucket.begin(); it != bucket.end(); ++it)
+    Entry const* const entry = find(rKey, hash);
+    if (entry == nullptr)
     {
-      if (it->isFor(hash, rKey))
-      {
-        --miLength;
-        bucket.erase(it);
-        return true;
-      }
+      return false;
     }
-    return false;
+    unsigned int const bucket = hash % Traits::Buckets;
+    typename Bucket::iterator it = mBuckets.at(bucket).begin();
+    while (&*it != entry)
+    {
+      ++it;
+    }
+    mIndex.remove(bucket, entry);
+    --miLength;
+    mBuckets.at(bucket).erase(it);
+    return true;
   }
 
   /// Removes everything.
   void clear()
   {
+    mIndex.clear();
+    miLength = 0;
     for (unsigned int i = 0; i < Traits::Buckets; ++i)
     {
       mBuckets.at(i).clear();
     }
-    miLength = 0;
+  }
+
+  void swap(tHash& rOther) noexcept
+  {
+    mBuckets.swap(rOther.mBuckets);
+    mIndex.swap(rOther.mIndex);
+    unsigned int const length = miLength;
+    miLength = rOther.miLength;
+    rOther.miLength = length;
   }
 
   /// Number of keys.
@@ -152,34 +378,48 @@ public:
   bool empty() const noexcept { return miLength == 0; }
 
 private:
-  // The hash beside the pair: a walk through a bucket looks at the key only if the whole hash agrees.
-  class cEntry : public tPair<K, V>
+  typedef tPair<K, V> Entry;
+  typedef tList<Entry> Bucket;
+
+  class cMatch
   {
   public:
-    cEntry(K const& rKey, unsigned int iHash) : tPair<K, V>(rKey, V()), miHash(iHash) {}
-    bool isFor(unsigned int iHash, K const& rKey) const { return miHash == iHash && this->first == rKey; }
+    explicit cMatch(K const& rKey) : mpKey(&rKey) {}
+    bool isInline() const { return Traits::isInline(*mpKey); }
+    bool isSameInline(void const* pEntry) const { return Traits::isSameInline(*mpKey, key(pEntry)); }
+    bool operator()(void const* pEntry) const { return Traits::isSame(*mpKey, key(pEntry)); }
 
   private:
-    unsigned int miHash;
+    static K const& key(void const* pEntry) { return static_cast<Entry const*>(pEntry)->first; }
+
+    K const* mpKey;
   };
 
-  typedef tList<cEntry> Bucket;
-  typedef typename Bucket::const_iterator Position;
-
-  static Position find(Bucket const& rBucket, unsigned int iHash, K const& rKey)
+  Entry* find(K const& rKey, unsigned int iHash) const
   {
-    Position it = rBucket.begin();
-    Position const end = rBucket.end();
-    while (it != end && !it->isFor(iHash, rKey))
-    {
-      ++it;
-    }
-    return it;
+    return static_cast<Entry*>(mIndex.find(iHash % Traits::Buckets, iHash, cMatch(rKey)));
+  }
+
+  V& add(K const& rKey, unsigned int iHash)
+  {
+    unsigned int const bucket = iHash % Traits::Buckets;
+    mIndex.reserve(bucket);
+    Entry& entry = *mBuckets.at(bucket).append(Entry(rKey, V()));
+    mIndex.add(bucket, iHash, &entry);
+    ++miLength;
+    return entry.second;
   }
 
   tVector<Bucket> mBuckets;
+  cHashIndex mIndex;
   unsigned int miLength;
 };
+
+template <class K, class V, class Traits>
+inline void swap(tHash<K, V, Traits>& rLeft, tHash<K, V, Traits>& rRight) noexcept
+{
+  rLeft.swap(rRight);
+}
 
 } // namespace mstd
 

@@ -21,7 +21,7 @@ unsigned long long room(unsigned int iCapacity)
   }
   unsigned int const highestBit = 31u - static_cast<unsigned int>(__builtin_clz(iCapacity));
   unsigned long long const unit = 1ull << (highestBit - 2);
-  return (iCapacity + unit - 1) / unit * unit;
+  return (iCapacity + unit - 1) & ~(unit - 1);
 }
 
 } // namespace
