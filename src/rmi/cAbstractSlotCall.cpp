@@ -2,6 +2,7 @@
 
 #include "rmi/cRMIExceptions.h"
 #include "std/cAsciiString.h"
+#include "std/cSTDExceptions.h"
 #include "std/debugLines.h"
 
 namespace mrmi
@@ -53,6 +54,10 @@ void cAbstractSlotCall::call(msa::cAbstractDeserializer&, msa::cAbstractSerializ
 
 void cAbstractSlotCall::reAssign(cAbstractSignal* signal)
 {
+  if (!(signal != 0))
+  {
+    cSTDExceptions::throwAssertionFailed("signal != 0", "rmi/cAbstractSlotCall", __LINE__);
+  }
   if (mpSignal != 0)
   {
     mObject.reAssign(*mpSignal, *signal);

@@ -44,7 +44,7 @@ public:
   cAbstractSlotCall& operator=(cAbstractSlotCall const&) = delete;
 
   /// Tells the receiver to list `signal` wherever it lists the signal of this call. The call itself keeps its signal.
-  /// Does nothing on a template.
+  /// Does nothing on a template. Null is an assertion failure.
   void reAssign(cAbstractSignal* signal);
   /// The receiver.
   cConnectable& assignedObject() const { return mObject; }
