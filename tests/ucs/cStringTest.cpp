@@ -256,6 +256,8 @@ TEST(cString, AStringWithAZeroEqualsNoTextThatEndsAtOne)
 {
   EXPECT_FALSE(support::string({'a', 0}) == "a");
   EXPECT_FALSE(support::string({0}) == L"");
+  EXPECT_FALSE(support::string({'a', 0, 'b'}) == "a\0b") << "the text ends at its zero";
+  EXPECT_FALSE(support::string({'a', 0, 'b'}) == L"a\0b");
 }
 
 TEST(cString, NothingEqualsANullPointer)
