@@ -11,8 +11,8 @@ namespace mstd
 namespace
 {
 
-// The number of pointers that a pool of `iCapacity` really has room for: the next multiple of a quarter of the highest
-// power of two in it.
+// The number of pointers that a pool of `iCapacity` really has room for: up to 64 the next multiple of a quarter of the
+// highest power of two in it, above that the next power of two.
 unsigned long long room(unsigned int iCapacity)
 {
   if (iCapacity < 4)
@@ -20,7 +20,7 @@ unsigned long long room(unsigned int iCapacity)
     return iCapacity;
   }
   unsigned int const highestBit = 31u - static_cast<unsigned int>(__builtin_clz(iCapacity));
-  unsigned long long const unit = 1ull << (highestBit - 2);
+  unsigned long long const unit = 1ull << (iCapacity <= 64 ? highestBit - 2 : highestBit);
   return (iCapacity + unit - 1) & ~(unit - 1);
 }
 

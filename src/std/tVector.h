@@ -4,6 +4,7 @@
 #include "pi/piTypes.h"
 #include "std/cSTDExceptions.h"
 
+#include <string.h>
 #include <utility>
 
 namespace mstd
@@ -12,8 +13,8 @@ namespace mstd
 /// The part of tVector that does not depend on the element type: arithmetic and memory of pools of cell pointers.
 ///
 /// A pool has more room than the capacity that the vector reports: the capacity grows by a fixed step, the memory
-/// behind it in classes of a quarter of a power of two. So a growing vector moves its pointers a constant number of
-/// times on average, however small its step is, and the memory follows from the capacity alone.
+/// behind it up to the next power of two. So a growing vector moves each pointer about once on average, however small
+/// its step is, and the memory follows from the capacity alone.
 class MORTISE_API cVectorPool
 {
 public:
@@ -193,9 +194,9 @@ private:
 
   void movePool(cNewPool& rPool, unsigned int iCapacity)
   {
-    for (unsigned int i = 0; i < miLength; ++i)
+    if (miLength != 0)
     {
-      rPool.get()[i] = mppPool[i];
+      memcpy(rPool.get(), mppPool, miLength * sizeof(T*));
     }
     rPool.exchange(mppPool);
     miCapacity = iCapacity;
