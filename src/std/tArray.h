@@ -141,12 +141,24 @@ public:
     {
       growForOne();
     }
-    T const tail[2] = {copy, T()};
-    memcpy(static_cast<void*>(mpPool + end), tail, (1 + Terminated) * sizeof(T)); // one store for both
+    storeLast(mpPool + end, copy);
     mLength = end + 1;
   }
   /// Puts `iSize` elements behind the last. Null is an assertion failure unless `iSize` is 0.
   void append(T const* pData, unsigned int iSize);
+  /// Puts `iSize` elements of undefined value behind the last and returns where they are, for a caller who writes them
+  /// at once; null if the array is empty then and has no pool.
+  T* extend(unsigned int iSize)
+  {
+    unsigned int const end = mLength;
+    if (__builtin_expect(iSize > mCapacity - end, 0))
+    {
+      resizePool(cArrayMemory::addLengths(end, iSize), false);
+    }
+    mLength = end + iSize;
+    terminate(mLength);
+    return place(end);
+  }
   /// Puts the characters of a zero-terminated text behind the last; null appends nothing.
   template <class U = T, tOnlyForChar<U> = 0>
   void append(char const* text)
@@ -255,6 +267,23 @@ private:
     if (count != 0)
     {
       memmove(static_cast<void*>(target), source, static_cast<size_t>(count) * sizeof(T));
+    }
+  }
+  /// Writes an element and, where there is one, the terminator behind it.
+  static void storeLast(T* place, T const& value)
+  {
+#if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+    if constexpr (Terminated != 0)
+    {
+      piUInt16 const both = static_cast<unsigned char>(value); // one store instead of two
+      memcpy(place, &both, sizeof(both));
+      return;
+    }
+#endif
+    *place = value;
+    if (Terminated)
+    {
+      place[1] = T();
     }
   }
   void terminate(unsigned int index)
@@ -428,6 +457,12 @@ void tArray<T, Traits>::truncate(unsigned int iLength)
   if (iLength > mLength)
   {
     tBounds::throwValueOutOfRange("tArray", "truncate", iLength, mLength);
+  }
+  if (!mFitOnErase && wantedCapacity(iLength, false) <= mCapacity)
+  {
+    mLength = iLength;
+    terminate(iLength);
+    return;
   }
   prepareShorten(iLength);
   shortenTo(iLength);

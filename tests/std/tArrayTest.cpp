@@ -1218,7 +1218,7 @@ void compareWithModel(unsigned int seed, unsigned int steps)
       break;
     }
     case 12:
-      model.growStep = below(3) == 0 ? 32 + below(0x200) : below(8);
+      model.growStep = (below(3) == 0 ? 32 + below(0xE0) : below(8)) + 0x100 * below(3);
       array.setGrowStep(model.growStep);
       break;
     case 13:
@@ -1292,7 +1292,7 @@ void compareWithModel(unsigned int seed, unsigned int steps)
 /// Fewer under a sanitizer, whose allocator is slow and which every step asks a few times.
 unsigned int modelSteps()
 {
-  return support::cAllocationFault::seesMalloc() ? 60000 : 4000;
+  return support::cAllocationFault::seesMalloc() ? 60000 : 10000;
 }
 
 unsigned int newSeed()
