@@ -192,7 +192,7 @@ void cWatch::sltRates()
   }
   mstd::cTime const now;
   piUInt64 const iMSec = (now - mLastTime).toMSec();
-  piUInt64 const iTenths = (now - mStart).toMSec() / 100;
+  piUInt64 const iTenths = ((now - mStart).toMSec() + 50) / 100;
   mstd::cAsciiString line;
   line << iTenths / 10 << "." << iTenths % 10 << " s: " << iLines << " lines, " << cText::size(iBytes);
   if (iMSec != 0)
