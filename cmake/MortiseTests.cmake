@@ -17,6 +17,10 @@ else()
   find_package(GTest REQUIRED)
 endif()
 
+# The system's own python has the modules that its packages bring.
+find_program(Python3_EXECUTABLE python3 HINTS /usr/bin NO_CMAKE_FIND_ROOT_PATH)
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+
 # mortise_discover_tests(TARGET PREFIX prefix [LABEL label] [ENVIRONMENT name=value...])
 # The entries are made when ctest starts, by asking the program; see MortiseDiscoverTests.cmake for names, labels, limits.
 function(mortise_discover_tests target)

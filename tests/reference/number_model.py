@@ -7,6 +7,10 @@ Usage: number_model.py > numbers.golden
 import math
 import random
 import struct
+import sys
+
+# Some texts hold bytes above 127, one for each character, whatever the locale is.
+sys.stdout.reconfigure(encoding="latin-1")
 
 SYMBOLS = {"lower": "0123456789abcdefghijklmnopqrstuvwxyz", "upper": "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"}
 
