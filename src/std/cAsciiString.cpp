@@ -291,8 +291,7 @@ void mstd::cAsciiString::leftAdjust(unsigned int width, char fill)
   unsigned int const end = length();
   if (end < width)
   {
-    proxyInsertDefaultObjects(end, width - end);
-    memset(data() + end, fill, width - end);
+    memset(extend(width - end), fill, width - end);
   }
 }
 

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 #include <iostream>
 #include <new>
 #include <random>
@@ -556,6 +557,27 @@ TEST(tArray, DefaultObjectsOpenAGapOfUndefinedElements)
   EXPECT_EQ(a[41], 'b');
   EXPECT_EQ(a.data()[42], 0);
   EXPECT_EQ(failureOf([&] { a.proxyInsertDefaultObjects(43, 1); }), "range tArray/insert 1 43 0 42");
+}
+
+TEST(tArray, ExtendOpensATailForTheCallerToWrite)
+{
+  Text a = text("ab");
+  char const* const pool = a.data();
+  memcpy(a.extend(3), "cde", 3);
+  EXPECT_STREQ(a.data(), "abcde");
+  EXPECT_EQ(a.data(), pool);
+  memset(a.extend(60), 'x', 60);
+  EXPECT_EQ(str(a), "abcde" + std::string(60, 'x'));
+  EXPECT_EQ(a.capacity(), 96u);
+  EXPECT_EQ(a.data()[65], 0);
+  char* const none = a.extend(0);
+  EXPECT_EQ(none, a.data() + 65);
+  EXPECT_THROW(a.extend(0xFFFFFFFFu), std::bad_alloc);
+  EXPECT_EQ(a.length(), 65u);
+  Bytes b;
+  EXPECT_EQ(b.extend(0), nullptr);
+  char* const tail = b.extend(1);
+  EXPECT_EQ(tail, b.data());
 }
 
 TEST(tArray, FillSetsEveryElement)
@@ -1134,7 +1156,13 @@ void compareWithModel(unsigned int seed, unsigned int steps)
     case 1: {
       std::vector<T> const more = some(40);
       model.append(more);
-      array.append(more.data(), static_cast<unsigned int>(more.size()));
+      if (below(2) != 0)
+      {
+        array.append(more.data(), static_cast<unsigned int>(more.size()));
+        break;
+      }
+      T* const tail = array.extend(static_cast<unsigned int>(more.size()));
+      std::copy(more.begin(), more.end(), tail);
       break;
     }
     case 2:
