@@ -50,6 +50,7 @@ protected:
   /// Takes over `call`, which was made for this signal. If that fails the call is destroyed, and nothing has changed.
   void adopt(cAbstractSlotCall* call, ConnectionPolicy policy);
 
+  /// Calls the slots. The way to a single slot is small enough to be inlined.
   template <typename Call, typename... A>
   void invokeSlots(A&... args);
 
@@ -62,9 +63,10 @@ private:
   class cInvocation
   {
   public:
-    explicit cInvocation(cLocalSignalBase& signal) : mpSignal(&signal), mpOuter(signal.mpInvocation)
+    explicit cInvocation(cLocalSignalBase& signal)
+        : mpSignal(&signal), mpOuter(signal.mpInvocation), miOuterCount(signal.mNIC)
     {
-      ++signal.mNIC;
+      signal.mNIC = miOuterCount + 1;
       signal.mpInvocation = this;
     }
     cInvocation(cInvocation const&) = delete;
@@ -73,7 +75,7 @@ private:
     {
       if (mpSignal != 0)
       {
-        --mpSignal->mNIC;
+        mpSignal->mNIC = miOuterCount; // invocations nest, so this counts down
         mpSignal->mpInvocation = mpOuter;
       }
     }
@@ -84,11 +86,14 @@ private:
     friend class cLocalSignalBase;
     cLocalSignalBase* mpSignal; // null: gone
     cInvocation* mpOuter;
+    unsigned int miOuterCount;
   };
 #if defined(__GNUC__) && !defined(__clang__) && __GNUC__ >= 12
 #pragma GCC diagnostic pop
 #endif
 
+  template <typename Call, typename... A>
+  void invokeNoneOrMany(A&... args);
   void throwIfUnconnected() const;
   void removeCalls(cConnectable const& connectable);
   static void release(cAbstractSlotCall& call);
@@ -102,18 +107,25 @@ private:
 // ---------------------------------------------------------------------------------------------------------------------
 
 template <typename Call, typename... A>
-void cLocalSignalBase::invokeSlots(A&... args)
+inline void cLocalSignalBase::invokeSlots(A&... args)
+{
+  if (mSlots.length() != 1)
+  {
+    invokeNoneOrMany<Call>(args...);
+    return;
+  }
+  // Nothing is looked at behind the call, so whatever the slot connects waits for the next invocation.
+  cInvocation invocation(*this);
+  cAbstractSlotCall* const single = mSlots[0];
+  single->mCalled = true;
+  static_cast<Call*>(single)->call(args...);
+}
+
+template <typename Call, typename... A>
+__attribute__((noinline)) void cLocalSignalBase::invokeNoneOrMany(A&... args)
 {
   cInvocation invocation(*this);
   unsigned int const count = mSlots.length();
-  if (count == 1)
-  {
-    // Nothing is looked at behind the call, so whatever the slot connects waits for the next invocation.
-    cAbstractSlotCall* const single = mSlots[0];
-    single->mCalled = true;
-    static_cast<Call*>(single)->call(args...);
-    return;
-  }
   if (count == 0)
   {
     throwIfUnconnected();
