@@ -106,7 +106,7 @@ public:
     {
       if (data->releaseStrong())
       {
-        delete object;
+        destroy(object);
       }
       data->releaseTotal();
     }
@@ -143,6 +143,9 @@ private:
     mpData = new tSharedObjectData(pObject.type() == tAutoPtrType::Object);
     mpObject = pObject.release();
   }
+
+  // Not inline: a compiler that cannot know the counts takes the objects of other handles for deleted and warns.
+  __attribute__((noinline)) static void destroy(T* pObject) noexcept { delete pObject; }
 
   // A handle on nothing keeps no control block, so that it never holds up the block of a dead object.
   void share() noexcept

@@ -6,6 +6,11 @@
 namespace mstd
 {
 
+void tSharedObjectData::destroy() noexcept
+{
+  delete this;
+}
+
 void tSharedObjectData::throwWrongSharedObjectDereference()
 {
   throw cBugException(mucs::cLIMessage() << "$MTR$Invalid shared object dereference!", "std/tSharedObjectData",

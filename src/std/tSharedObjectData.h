@@ -50,7 +50,7 @@ public:
   {
     if (--miTotalCount == 0)
     {
-      delete this;
+      destroy();
     }
   }
 
@@ -59,6 +59,8 @@ public:
 
 private:
   ~tSharedObjectData() = default;
+  // Out of line, where no compiler follows the counts of several handles and takes a live block for a dead one.
+  void destroy() noexcept;
 
   bool const mbDeleteObject;
   unsigned int miStrongCount;
