@@ -6,8 +6,13 @@
 #include "pi/cPlatform.h"
 #include "pi/cSystem.h"
 #include "pi/piStackTrace.h"
+#include "sa/cAbstractDeserializer.h"
+#include "sa/cAbstractSerializer.h"
+#include "std/cAbstractExceptionFactory.h"
+#include "std/cRuntimeException.h"
 #include "std/cSTDExceptions.h"
 #include "std/debugLines.h"
+#include "std/exceptionMessage.h"
 #include "ucs/cLIMessage.h"
 #include "ucs/cString.h"
 
@@ -131,6 +136,26 @@ void cAbstractException::dump() const
         << "[" << name << (e->mType == Bug ? " (bug)" : " (runtime)") << "]: " << text << "\n"
         << mpi::cAbstractOut::clearDebugMessage();
   }
+}
+
+void cAbstractException::store(msa::cAbstractSerializer& serializer) const
+{
+  typeName() >> serializer;
+  static_cast<unsigned int>(mType) >> serializer;
+  outOfMemoryCondition() >> serializer;
+}
+
+void cAbstractException::load(msa::cAbstractDeserializer& deserializer)
+{
+  unsigned int type = 0;
+  bool outOfMemory = false;
+  type << deserializer;
+  outOfMemory << deserializer;
+  mType = type == Bug ? Bug : Runtime;
+  mOutOfMemory = outOfMemory;
+  copyText(mSourceFile, 0, MaxFileNameLength);
+  miSourceLine = 0;
+  ::memset(mBackTrace, 0, sizeof(mBackTrace));
 }
 
 bool cAbstractException::outOfMemoryCondition() const
@@ -271,6 +296,59 @@ void cAbstractException::link(cAbstractException* older)
 void cAbstractException::link(cAbstractException const& older)
 {
   link(older.createObject());
+}
+
+void cAbstractException::storeRecursive(msa::cAbstractSerializer& serializer) const
+{
+  writeDebugLine("std/cAbstractException", __LINE__, "cAbstractException::storeRecursive");
+  for (cAbstractException const* e = this; e != 0; e = e->mpHistory)
+  {
+    true >> serializer;
+    e->store(serializer);
+  }
+  false >> serializer;
+}
+
+tAutoPtr<cAbstractException> cAbstractException::createFromStream(msa::cAbstractDeserializer& deserializer,
+                                                                  cAbstractExceptionFactory const& factory)
+{
+  tAutoPtr<cAbstractException> newest;
+  cAbstractException* oldest = 0; // end of the chain, so that a long one costs no walk for each record
+  bool isContinued = false;
+  isContinued << deserializer;
+  while (isContinued)
+  {
+    cAsciiString name;
+    name << deserializer;
+    tAutoPtr<cAbstractException> e;
+    bool isKnown = false;
+    try
+    {
+      e = factory.createException(name);
+      isKnown = true;
+    }
+    catch (...)
+    {
+      e.reinit(new cRuntimeException(exceptionMessage("$MTR$Unknown exception type %s%!", name), 0, 0));
+    }
+    isContinued = false; // the length of an unknown record is unknown: what follows it stays unread
+    if (isKnown)
+    {
+      e->load(deserializer);
+      isContinued << deserializer;
+    }
+    cAbstractException* const added = e.get();
+    if (newest)
+    {
+      oldest->link(e.release());
+    }
+    else
+    {
+      newest = e;
+    }
+    oldest = added;
+  }
+  return newest;
 }
 
 // No locale can be given yet, so every text is the English one.

@@ -86,6 +86,13 @@ public:
   virtual mcs::cComponentLocation const& remoteLocation() const;
   /// Writes one line for each exception of the chain, newest first, to the debug output.
   virtual void dump() const;
+  /// Writes what of this exception travels: class name, type, out-of-memory mark, and in the concrete classes the
+  /// message. The what text, the place, the back trace, the remote location and the fields of derived classes stay
+  /// behind.
+  virtual void store(msa::cAbstractSerializer& serializer) const;
+  /// Reads what store() wrote, but for the class name, by which somebody has chosen this object. Leaves no place and no
+  /// back trace: those of the reader mean nothing.
+  virtual void load(msa::cAbstractDeserializer& deserializer);
   /// True if this object lost something for lack of memory when it was copied.
   virtual bool outOfMemoryCondition() const;
 

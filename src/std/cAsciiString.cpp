@@ -1,5 +1,7 @@
 #include "std/cAsciiString.h"
 
+#include "sa/cAbstractDeserializer.h"
+#include "sa/cAbstractSerializer.h"
 #include "std/cNumberConversion.h"
 #include "std/cNumberConversionFormat.h"
 #include "std/tConstArrayRef.h"
@@ -348,4 +350,16 @@ mstd::cAsciiString& mstd::operator+(char const* text, cAsciiString& string)
 {
   string.insert(0, text);
   return string;
+}
+
+msa::cAbstractSerializer& mstd::cAsciiString::operator>>(msa::cAbstractSerializer& serializer) const
+{
+  serializer.store(*this);
+  return serializer;
+}
+
+msa::cAbstractDeserializer& mstd::cAsciiString::operator<<(msa::cAbstractDeserializer& deserializer)
+{
+  deserializer.load(*this);
+  return deserializer;
 }

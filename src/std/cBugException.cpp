@@ -1,5 +1,7 @@
 #include "std/cBugException.h"
 
+#include "sa/cAbstractDeserializer.h"
+#include "sa/cAbstractSerializer.h"
 #include "std/exceptionMessage.h"
 
 #include <utility>
@@ -34,6 +36,18 @@ MORTISE_EXCEPTION_BODY(cBugException)
 mucs::cLIMessage const* cBugException::liMessage() const
 {
   return &mMessage;
+}
+
+void cBugException::store(msa::cAbstractSerializer& serializer) const
+{
+  cAbstractException::store(serializer);
+  mMessage >> serializer;
+}
+
+void cBugException::load(msa::cAbstractDeserializer& deserializer)
+{
+  cAbstractException::load(deserializer);
+  mMessage << deserializer;
 }
 
 void cBugException::setMsg(mucs::cLIMessage const& message)

@@ -19,6 +19,8 @@ public:
 
   /// Never null.
   mucs::cLIMessage const* liMessage() const override;
+  void store(msa::cAbstractSerializer& serializer) const override;
+  void load(msa::cAbstractDeserializer& deserializer) override;
   void setMsg(mucs::cLIMessage const& message);
 
   /// Raises a cBugException whose message tells condition, file and line. Null names read "unknown" and "unknown

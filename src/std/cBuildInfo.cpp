@@ -1,5 +1,8 @@
 #include "std/cBuildInfo.h"
 
+#include "sa/cAbstractDeserializer.h"
+#include "sa/cAbstractSerializer.h"
+
 #include <utility>
 
 namespace mstd
@@ -33,6 +36,29 @@ void cBuildInfo::swap(cBuildInfo& info)
   mBuildHost.swap(info.mBuildHost);
   mBuildDate.swap(info.mBuildDate);
   std::swap(miBuildCount, info.miBuildCount);
+}
+
+msa::cAbstractSerializer& cBuildInfo::operator>>(msa::cAbstractSerializer& serializer) const
+{
+  mCompiler >> serializer;
+  mCompilerVersion >> serializer;
+  mBuildSystem >> serializer;
+  mBuildHost >> serializer;
+  mBuildDate >> serializer;
+  return miBuildCount >> serializer;
+}
+
+msa::cAbstractDeserializer& cBuildInfo::operator<<(msa::cAbstractDeserializer& deserializer)
+{
+  cBuildInfo info;
+  info.mCompiler << deserializer;
+  info.mCompilerVersion << deserializer;
+  info.mBuildSystem << deserializer;
+  info.mBuildHost << deserializer;
+  info.mBuildDate << deserializer;
+  info.miBuildCount << deserializer;
+  swap(info);
+  return deserializer;
 }
 
 } // namespace mstd

@@ -1,6 +1,8 @@
 #include "std/cDateTime.h"
 
 #include "pi/cSysTime.h"
+#include "sa/cAbstractDeserializer.h"
+#include "sa/cAbstractSerializer.h"
 #include "std/cAsciiString.h"
 #include "std/cNumberConversion.h"
 #include "std/cNumberConversionFormat.h"
@@ -13,8 +15,10 @@ namespace mstd
 namespace
 {
 
+char const* const StreamLabel = "DateTime";
+
 piInt64 const iUSecPerSec = 1000000;
-piInt64 const iUSecPerDay = 24 * 60 * 60 * iUSecPerSec;
+piInt64 const iUSecPerDay = iUSecPerSec * 24 * 60 * 60;
 unsigned int const iDaysTo1970 = 719164;
 
 cTime toUTC(cTime const& time, cDateTime::ZoneInfo iZone)
@@ -74,6 +78,27 @@ cAsciiString cDateTime::formatString(cTime const& time, cAsciiString const& form
   replaceText(text, "dn", date.nameOfDay());
   replaceText(text, "mn", date.nameOfMonth());
   return text;
+}
+
+msa::cAbstractSerializer& cDateTime::operator>>(msa::cAbstractSerializer& serializer) const
+{
+  if (!serializer.noLabelsPreferred())
+  {
+    serializer.newLabel(StreamLabel);
+  }
+  return get() >> serializer;
+}
+
+msa::cAbstractDeserializer& cDateTime::operator<<(msa::cAbstractDeserializer& deserializer)
+{
+  if (!deserializer.noLabelsPreferred())
+  {
+    deserializer.findLabel(StreamLabel);
+  }
+  piUInt64 iUSec = 0;
+  iUSec << deserializer;
+  set(iUSec);
+  return deserializer;
 }
 
 } // namespace mstd

@@ -1,5 +1,7 @@
 #include "std/cRuntimeException.h"
 
+#include "sa/cAbstractDeserializer.h"
+#include "sa/cAbstractSerializer.h"
 #include <utility>
 
 namespace mstd
@@ -32,6 +34,18 @@ MORTISE_EXCEPTION_BODY(cRuntimeException)
 mucs::cLIMessage const* cRuntimeException::liMessage() const
 {
   return &mMessage;
+}
+
+void cRuntimeException::store(msa::cAbstractSerializer& serializer) const
+{
+  cAbstractException::store(serializer);
+  mMessage >> serializer;
+}
+
+void cRuntimeException::load(msa::cAbstractDeserializer& deserializer)
+{
+  cAbstractException::load(deserializer);
+  mMessage << deserializer;
 }
 
 void cRuntimeException::setMessage(mucs::cLIMessage const& message)

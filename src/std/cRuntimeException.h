@@ -19,6 +19,8 @@ public:
 
   /// Never null.
   mucs::cLIMessage const* liMessage() const override;
+  void store(msa::cAbstractSerializer& serializer) const override;
+  void load(msa::cAbstractDeserializer& deserializer) override;
   void setMessage(mucs::cLIMessage const& message);
 
 private:

@@ -1,6 +1,9 @@
 #include "ucs/cLIMessage.h"
 
 #include "pi/cAbstractOut.h"
+#include "sa/cAbstractDeserializer.h"
+#include "sa/cAbstractSerializer.h"
+#include "sa/cContext.h"
 #include "std/cArrayMemory.h"
 #include "std/cAsciiString.h"
 #include "std/cNumberConversionFormat.h"
@@ -485,6 +488,60 @@ void cLIMessage::translate(cString const& sText, cString& sOut) const
   sResult.setGrowStep(cTextGrowStep);
   fill(sText.data(true), sText.length(), impl().mItems, sResult);
   sOut.swap(sResult);
+}
+
+// The parameters carry no count: the reader takes what is there up to the end of their context.
+msa::cAbstractSerializer& cLIMessage::operator>>(msa::cAbstractSerializer& sSerializer) const
+{
+  msa::cContext cOuter(sSerializer.newContext(0));
+  msa::cContext cInner(sSerializer.newContext(0));
+  key() >> sSerializer;
+  scanPosition() >> sSerializer;
+  isTranslatable() >> sSerializer;
+  {
+    msa::cContext cItems(sSerializer.newContext(0));
+    for (cLIItem const& rItem : items())
+    {
+      rItem.name() >> sSerializer;
+      rItem.value() >> sSerializer;
+      rItem.kind() >> sSerializer;
+    }
+    cItems.release();
+  }
+  cInner.release();
+  cOuter.release();
+  return sSerializer;
+}
+
+msa::cAbstractDeserializer& cLIMessage::operator<<(msa::cAbstractDeserializer& sDeserializer)
+{
+  mstd::tAutoPtr<cImpl> pRead(mpImpl ? new cImpl(*mpImpl) : new cImpl); // for the number format, which does not travel
+  pRead->mItems.clear();
+  msa::cContext cOuter(sDeserializer.getContext(0));
+  msa::cContext cInner(sDeserializer.getContext(0));
+  pRead->mKey << sDeserializer;
+  pRead->mKey.setFitOnErase(false);
+  pRead->miScanPosition << sDeserializer;
+  pRead->mbTranslatable << sDeserializer;
+  {
+    msa::cContext cItems(sDeserializer.getContext(0));
+    while (!sDeserializer.eoc())
+    {
+      cLIItem cItem;
+      cItem.name() << sDeserializer;
+      cItem.value() << sDeserializer;
+      unsigned int iKind = 0;
+      iKind << sDeserializer;
+      cItem.setKind(iKind);
+      pRead->mItems.append(cItem);
+    }
+    cItems.release();
+  }
+  cInner.release();
+  cInner.unset();
+  cOuter.release();
+  mpImpl = pRead;
+  return sDeserializer;
 }
 
 mpi::cAbstractOut& operator<<(mpi::cAbstractOut& oOut, cLIMessage const& mMessage)

@@ -1,5 +1,7 @@
 #include "ucs/cString.h"
 
+#include "sa/cAbstractDeserializer.h"
+#include "sa/cAbstractSerializer.h"
 #include "std/cArrayMemory.h"
 #include "std/cAsciiString.h"
 #include "std/cNumberConversion.h"
@@ -534,6 +536,18 @@ cString cString::operator+(cString const& sOther) const
   cString sSum(*this);
   sSum += sOther;
   return sSum;
+}
+
+msa::cAbstractSerializer& cString::operator>>(msa::cAbstractSerializer& sSerializer) const
+{
+  sSerializer.store(*this);
+  return sSerializer;
+}
+
+msa::cAbstractDeserializer& cString::operator<<(msa::cAbstractDeserializer& sDeserializer)
+{
+  sDeserializer.load(*this);
+  return sDeserializer;
 }
 
 cString& operator+(char const* sText, cString& sRight)
