@@ -44,17 +44,26 @@ mstd::tSharedObject<cWork> schedule(mrmi::cAbstractSlotCall0<piVoid> const& call
                                     cWork::Type iType, char const* pName)
 {
   mstd::tSharedObject<cWork> job = system().wq.createJob();
-  if (pName != nullptr)
+  try
   {
-    job->setName(pName);
+    if (pName != nullptr)
+    {
+      job->setName(pName);
+    }
+    else
+    {
+      writeDebugLine("Work scheduled without name!", __LINE__);
+      writeDebugLine(piStackTrace(128), __LINE__);
+    }
+    job->sigAction.connect(call, mrmi::cAbstractSignal::Append);
+    job->start(iIntervalMSec, iType);
   }
-  else
+  catch (...)
   {
-    writeDebugLine("Work scheduled without name!", __LINE__);
-    writeDebugLine(piStackTrace(128), __LINE__);
+    // Nobody would ever start it, nor take it away.
+    system().wq.removeJob(*job);
+    throw;
   }
-  job->sigAction.connect(call, mrmi::cAbstractSignal::Append);
-  job->start(iIntervalMSec, iType);
   return job;
 }
 

@@ -22,6 +22,7 @@ thread_local bool isArmed = false;
 thread_local unsigned int seen = 0;
 thread_local unsigned int failing = 0;
 thread_local bool areLaterFailing = false;
+thread_local long long blocksHeld = 0;
 
 bool isToFail()
 {
@@ -62,6 +63,13 @@ unsigned int cAllocationFault::count() const
 void cAllocationFault::disarm()
 {
   isArmed = false;
+}
+
+cBlockBalance::cBlockBalance() : miStart(blocksHeld) {}
+
+long long cBlockBalance::blocks() const
+{
+  return blocksHeld - miStart;
 }
 
 bool cAllocationFault::seesNew()
@@ -123,6 +131,7 @@ extern "C" {
 void* __libc_malloc(size_t size);
 void* __libc_calloc(size_t count, size_t size);
 void* __libc_realloc(void* p, size_t size);
+void __libc_free(void* p);
 
 void* malloc(size_t size) noexcept
 {
@@ -131,7 +140,9 @@ void* malloc(size_t size) noexcept
     errno = ENOMEM;
     return nullptr;
   }
-  return __libc_malloc(size);
+  void* const block = __libc_malloc(size);
+  blocksHeld += block != nullptr;
+  return block;
 }
 
 void* calloc(size_t count, size_t size) noexcept
@@ -141,7 +152,9 @@ void* calloc(size_t count, size_t size) noexcept
     errno = ENOMEM;
     return nullptr;
   }
-  return __libc_calloc(count, size);
+  void* const block = __libc_calloc(count, size);
+  blocksHeld += block != nullptr;
+  return block;
 }
 
 void* realloc(void* p, size_t size) noexcept
@@ -151,7 +164,17 @@ void* realloc(void* p, size_t size) noexcept
     errno = ENOMEM;
     return nullptr;
   }
-  return __libc_realloc(p, size);
+  bool const isOld = p != nullptr;
+  void* const block = __libc_realloc(p, size);
+  // Without a result the old block lives on, unless the size of 0 says that it was to go.
+  blocksHeld += (block != nullptr) - (isOld && (block != nullptr || size == 0));
+  return block;
+}
+
+void free(void* p) noexcept
+{
+  blocksHeld -= p != nullptr;
+  __libc_free(p);
 }
 }
 

@@ -30,6 +30,20 @@ public:
   static bool seesMalloc();
 };
 
+/// Counts the blocks that the calling thread allocates and frees: what is left is a leak, or belongs to somebody who
+/// outlives the count. Counts what cAllocationFault sees; where that does not see malloc there is always nothing left,
+/// and the sanitizer looks for leaks instead.
+class cBlockBalance
+{
+public:
+  cBlockBalance();
+  /// Blocks allocated since construction and not freed, less the older ones that were.
+  long long blocks() const;
+
+private:
+  long long miStart;
+};
+
 } // namespace support
 
 #endif
