@@ -1,6 +1,7 @@
 #include "pi/cAbstractAIOData.h"
 
 #include "pi/cPIExceptions.h"
+#include "pi/cWork.h"
 
 namespace mpi
 {
@@ -20,6 +21,23 @@ cFDAIOData& cAbstractAIOData::fdAIOData()
     cPIExceptions::throwNoFDAIOData();
   }
   return *pData;
+}
+
+void cAbstractAIOData::setEvent(bool bEvent)
+{
+  mEvent = bEvent;
+  if (mpWork != nullptr)
+  {
+    mpWork->publishKey();
+  }
+}
+
+void cAbstractAIOData::publishDescriptors()
+{
+  if (mpWork != nullptr)
+  {
+    mpWork->publishDescriptors();
+  }
 }
 
 } // namespace mpi

@@ -7,6 +7,7 @@ namespace mpi
 {
 
 class cFDAIOData;
+class cWork;
 
 /// What an asynchronous work item waits for, and whether it has happened.
 ///
@@ -30,12 +31,19 @@ public:
   cFDAIOData& fdAIOData();
 
   /// Marks that what the work waits for has happened, or takes that mark away.
-  void setEvent(bool bEvent) { mEvent = bEvent; }
+  void setEvent(bool bEvent);
   /// True from the event until the end of the action that it led to.
   bool isEvent() const { return mEvent; }
 
+protected:
+  /// For data whose descriptors have changed: what was worked out from them is to be forgotten.
+  void publishDescriptors();
+
 private:
+  friend class cWork;
+
   bool mEvent = false;
+  cWork* mpWork = nullptr; // the owner, which passes changes on to its queues
 };
 
 } // namespace mpi

@@ -1,5 +1,7 @@
 #include "pi/cAbstractProcessEvents.h"
 
+#include "pi/cWorkQueue.h"
+
 namespace mpi
 {
 
@@ -11,5 +13,16 @@ cAbstractProcessEvents::cAbstractProcessEvents()
 cAbstractProcessEvents::~cAbstractProcessEvents() = default;
 
 void cAbstractProcessEvents::poll() {}
+
+bool cAbstractProcessEvents::descriptorChanges(mstd::tList<mstd::tSharedObject<cWork>> const& jobs,
+                                               piUInt64& iChanges) const
+{
+  if (mpQueue == nullptr || &mpQueue->mJobs != &jobs)
+  {
+    return false;
+  }
+  iChanges = mpQueue->miDescriptorChanges;
+  return true;
+}
 
 } // namespace mpi

@@ -10,6 +10,7 @@ namespace mpi
 {
 
 class cWork;
+class cWorkQueue;
 
 /// The part of the main loop that waits: for a time-out, or for whatever asynchronous work waits for.
 ///
@@ -41,6 +42,17 @@ public:
 
   /// Fired at the end of each yield(). May be fired with nothing connected.
   mrmi::localSignal0<piVoid> sigFinished;
+
+protected:
+  /// True if `jobs` are those of the queue that owns this processor. `iChanges` is then a number that changes with
+  /// every change of what there is to watch: of the entries, of whether they are started asynchronous work, and of
+  /// their data, apart from descriptor lists that were given out for writing (cFDAIOData::isListShared()).
+  bool descriptorChanges(mstd::tList<mstd::tSharedObject<cWork>> const& jobs, piUInt64& iChanges) const;
+
+private:
+  friend class cWorkQueue;
+
+  cWorkQueue const* mpQueue = nullptr; // the owner
 };
 
 } // namespace mpi

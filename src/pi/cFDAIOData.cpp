@@ -13,6 +13,14 @@ cFDAIOData* cFDAIOData::isFDAIOData()
 void cFDAIOData::addFd(int fd, unsigned int flags)
 {
   mFds.append(tFdInfo(fd, flags));
+  publishDescriptors();
+}
+
+mstd::tVector<tFdInfo>& cFDAIOData::fds()
+{
+  mListShared = true;
+  publishDescriptors();
+  return mFds;
 }
 
 } // namespace mpi

@@ -70,7 +70,7 @@ void fireFromDestructor(tFire const& fire)
 
 cWork::cWork()
     : mScheduledTime(piUInt64(0)), mPlannedTime(piUInt64(0)), mType(SingleTask), miInterval(0), mStarted(false),
-      mForceKeep(false), mpAIOData(nullptr), miErrorCount(0), mParentWatch(this), mDelegateExceptions(true)
+      mForceKeep(false), mDelegateExceptions(true), miErrorCount(0), mpAIOData(nullptr), mParentWatch(this)
 {
   sigAction.setInvocationBehavior(mrmi::cAbstractSignal::IgnoreIfUnconnected);
   sigChanged.setInvocationBehavior(mrmi::cAbstractSignal::IgnoreIfUnconnected);
@@ -83,8 +83,14 @@ cWork::~cWork()
 
   cAbstractAIOData* const pData = mpAIOData;
   mpAIOData = nullptr;
-  delete pData;
+  if (pData != nullptr)
+  {
+    publishDescriptors();
+    pData->mpWork = nullptr;
+    delete pData;
+  }
   mStarted = false;
+  publishKey();
 
   fireFromDestructor([this] { sigChanged(this); });
   if (mpSigDestroyed.get() != nullptr)
@@ -142,23 +148,30 @@ void cWork::start(unsigned int iInterval, Type iType)
 
 void cWork::stop()
 {
-  mStarted = false;
+  markDone();
   sigChanged(this);
 }
 
 void cWork::setAIOData(mstd::tAutoPtr<cAbstractAIOData> pData)
 {
   bool const hadData = mpAIOData != nullptr;
+  if (hadData)
+  {
+    mpAIOData->mpWork = nullptr;
+  }
   mType = AIO;
   mpAIOData = pData.release();
   if (mpAIOData != nullptr)
   {
+    mpAIOData->mpWork = this;
     mStarted = true;
   }
   else if (hadData)
   {
     mStarted = false;
   }
+  publishDescriptors();
+  publishKey();
   sigChanged(this);
 }
 
@@ -283,7 +296,42 @@ bool cWork::offerActionError(cWork& handler, mstd::cAbstractException const& e)
   }
 }
 
-void cWork::planIn(unsigned int iDelayMSec)
+// What a walk of a queue has to know of this work while nothing is to be done with it.
+piUInt64 cWork::key() const
+{
+  if (!mStarted)
+  {
+    return cWorkTable::Stopped;
+  }
+  if (mType != AIO)
+  {
+    return mPlannedTime.get();
+  }
+  return mpAIOData != nullptr && mpAIOData->isEvent() ? cWorkTable::Event : cWorkTable::NoEvent;
+}
+
+void cWork::publishKeyToOthers(piUInt64 iKey)
+{
+  for (cWorkQueueLink const* pLink = mQueueLink.mpNext; pLink != nullptr; pLink = pLink->mpNext)
+  {
+    *pLink->mpKey = iKey;
+  }
+}
+
+// The descriptors that the queues of this work have to watch are no longer the same.
+void cWork::publishDescriptors()
+{
+  if (mQueueLink.mpQueue == nullptr)
+  {
+    return;
+  }
+  for (cWorkQueueLink const* pLink = &mQueueLink; pLink != nullptr; pLink = pLink->mpNext)
+  {
+    ++pLink->mpQueue->miDescriptorChanges;
+  }
+}
+
+inline void cWork::planIn(unsigned int iDelayMSec)
 {
   piUInt64 const now = static_cast<piUInt64>(usecSinceEpoch());
   mScheduledTime.set(now);
@@ -296,6 +344,15 @@ void cWork::internRestart(bool)
 {
   mStatistic.notifyStart();
   planIn(miInterval);
+  if (mType != AIO)
+  {
+    publishKey(mPlannedTime.get());
+  }
+  else
+  {
+    publishDescriptors();
+    publishKey();
+  }
   sigChanged(this);
 }
 
@@ -304,7 +361,12 @@ void cWork::internRestart(unsigned int iInterval, bool bPeriodic, bool)
   mStatistic.notifyStart();
   miInterval = bPeriodic ? iInterval : 0;
   planIn(iInterval);
+  if (mType == AIO)
+  {
+    publishDescriptors();
+  }
   mType = bPeriodic ? Periodic : SingleTask;
+  publishKey(mPlannedTime.get());
   sigChanged(this);
 }
 

@@ -2,6 +2,7 @@
 #define MORTISE_PI_CWORK_H
 
 #include "pi/cWorkStat.h"
+#include "pi/cWorkTable.h"
 #include "pi/piTypes.h"
 #include "rmi/localSignal0.h"
 #include "rmi/localSignal1.h"
@@ -25,12 +26,13 @@ class cAbstractAIOData;
 class cWork;
 class cWorkQueue;
 
-// Where a queue holds a work, so that it searches its list neither for duplicates nor for the entry to remove.
-// Work in one queue is the rule and costs no allocation.
+// Where a queue holds a work: the queue searches its list neither for duplicates nor for the entry to remove, and the
+// work tells it what has changed without a search. Work in one queue is the rule and costs no allocation.
 struct cWorkQueueLink
 {
-  cWorkQueue* mpQueue = nullptr;
-  mstd::tList<mstd::tSharedObject<cWork>>::iterator mEntry;
+  cWorkQueue* mpQueue = nullptr; // null only in the first link, and only if there is no queue
+  piUInt64* mpKey = nullptr;     // the key of the entry in the table of the queue; null as mpQueue
+  unsigned int miIndex = 0;      // of the entry in that table
   cWorkQueueLink* mpNext = nullptr;
 };
 
@@ -82,7 +84,15 @@ public:
   /// Nothing runs until the next start. The work stays with its queue.
   void stop();
   /// As stop(), without telling anybody: for the queue.
-  void markDone() { mStarted = false; }
+  void markDone()
+  {
+    mStarted = false;
+    publishKey(cWorkTable::Stopped);
+    if (mType == AIO)
+    {
+      publishDescriptors();
+    }
+  }
 
   /// Makes this asynchronous work: takes over the object in `pData`, and starts. An empty holder stops
   /// work that had data. Former data is not destroyed: whoever replaces it takes it over before.
@@ -156,29 +166,50 @@ public:
   void internRestart(unsigned int iInterval, bool bPeriodic, bool);
 
 private:
+  friend class cAbstractAIOData;
   friend class cWorkQueue;
 
   typedef mrmi::localSignal1<piVoid, cWork const&> tDestroyedSignal;
   typedef mrmi::localSignal2<piVoid, mstd::cAbstractException const&, bool> tActionErrorSignal;
 
   void planIn(unsigned int iDelayMSec);
+  piUInt64 key() const;
+  void publishKey()
+  {
+    publishKey(key());
+  }
+  void publishKey(piUInt64 iKey)
+  {
+    if (mQueueLink.mpKey != nullptr)
+    {
+      *mQueueLink.mpKey = iKey;
+      if (__builtin_expect(mQueueLink.mpNext != nullptr, 0))
+      {
+        publishKeyToOthers(iKey);
+      }
+    }
+  }
+  void publishKeyToOthers(piUInt64 iKey);
+  void publishDescriptors();
   bool offerActionError(cWork& handler, mstd::cAbstractException const& e);
 
-  mstd::tAutoPtr<tDestroyedSignal> mpSigDestroyed;
+  // What every dispatch and restart touches stands together, behind the signals that they fire.
   mstd::cTime mScheduledTime;
   mstd::cTime mPlannedTime;
   Type mType;
   unsigned int miInterval;
   bool mStarted;
   bool mForceKeep;
+  bool mDelegateExceptions;
+  unsigned int miErrorCount;
   cAbstractAIOData* mpAIOData; // owned; a plain pointer since replaced data is left to the caller
+  cWorkQueueLink mQueueLink;
+  cWorkStat mStatistic;
+
+  mstd::tAutoPtr<tDestroyedSignal> mpSigDestroyed;
   mstd::tAutoPtr<tActionErrorSignal> mpSigActionError;
   mstd::cAsciiString mName;
-  cWorkStat mStatistic;
-  unsigned int miErrorCount;
   mstd::tParentWatch<cWork> mParentWatch;
-  bool mDelegateExceptions;
-  cWorkQueueLink mQueueLink;
 };
 
 } // namespace mpi

@@ -24,6 +24,8 @@ char const* const SourceMark = "pi/cWorkQueue";
 // With nothing but descriptors to wait for the process still wakes this often.
 unsigned int const AIOOnlySleepMSec = 10000;
 
+unsigned int const FetchAhead = 6;
+
 piInt64 mSecUntil(piUInt64 iPlanned, piUInt64 iNow)
 {
   return static_cast<piInt64>((mstd::cTime(iPlanned) - mstd::cTime(iNow)).toMSec());
@@ -96,27 +98,72 @@ private:
 class cWorkQueue::cAdding
 {
 public:
-  cAdding(cWorkQueue& queue, mstd::tSharedObject<cWork> const& job) : mQueue(queue), mEntry(queue.append(job)) {}
+  cAdding(cWorkQueue& queue, mstd::tSharedObject<cWork> const& job, bool bOwned)
+      : mQueue(queue), miIndex(queue.append(job, bOwned))
+  {
+  }
   cAdding(cAdding const&) = delete;
   cAdding& operator=(cAdding const&) = delete;
   ~cAdding()
   {
     if (!mFinished)
     {
-      mQueue.drop(mEntry);
+      mQueue.drop(miIndex);
     }
   }
   void finish() { mFinished = true; }
 
 private:
   cWorkQueue& mQueue;
-  tJobs::iterator mEntry;
+  unsigned int miIndex;
   bool mFinished = false;
+};
+
+// What one walk has found so far. The shortest wait is kept as the time at which it ends, so that it is compared with
+// planned times as they stand.
+class cWorkQueue::cWalk
+{
+public:
+  cWalk(piUInt64 now, bool bRun)
+      : miNow(now), miDueBefore(now + USecPerMSec), miFarFrom(now + MaxSignedMSec * USecPerMSec), mRun(bRun)
+  {
+  }
+
+  // The minimum is kept in 32 bits and compared as a signed number: once it is beyond 2^31 ms it stays.
+  void limitSleep(piInt64 iWait)
+  {
+    if (miSleepEnd == NoMinimum || iWait < static_cast<piInt32>(sleep()))
+    {
+      miFarSleep = static_cast<unsigned int>(iWait);
+      miSleepEnd = static_cast<piInt32>(miFarSleep) < 0 ? 0 : miNow + miFarSleep * USecPerMSec;
+    }
+  }
+  unsigned int sleep() const
+  {
+    if (miSleepEnd == NoMinimum)
+    {
+      return 0;
+    }
+    return miSleepEnd == 0 ? miFarSleep : static_cast<unsigned int>((miSleepEnd - miNow) / USecPerMSec);
+  }
+
+  static piUInt64 const USecPerMSec = 1000;
+  static piUInt64 const MaxSignedMSec = 1ULL << 31;
+  static piUInt64 const NoMinimum = ~0ULL;
+
+  piUInt64 const miNow;
+  piUInt64 const miDueBefore; // planned before this: nothing to wait for
+  piUInt64 const miFarFrom;   // planned from this on: the wait has no place in 31 bits
+  bool const mRun;
+  unsigned int miNumRun = 0;
+  piUInt64 miSleepEnd = NoMinimum; // 0: the minimum is miFarSleep, and nothing is less
+  unsigned int miFarSleep = 0;
+  bool mEraseWanted = false;
 };
 
 cWorkQueue::cWorkQueue()
     : miLevel(0), mChanged(false), miLocalLoops(0), miClearing(0), mpCurrent(nullptr), miTimedCount(0), miAIOCount(0),
-      miWalks(0)
+      miWalks(0), miDescriptorChanges(0)
 {
 }
 
@@ -184,66 +231,25 @@ unsigned int cWorkQueue::internProcess(bool bRun, unsigned int& iNumRun)
   checkEvents();
   miTimedCount = 0;
   miAIOCount = 0;
-  piUInt64 const now = static_cast<piUInt64>(usecSinceEpoch());
-  unsigned int iMinSleep = 0;
-  bool bNoMinimum = true;
-  bool bEraseWanted = false;
-  cCountGuard walk(miWalks);
-
-  for (tJobs::iterator it = mJobs.begin(), end = mJobs.end(); it != end; ++it)
+  cWalk walk(static_cast<piUInt64>(usecSinceEpoch()), bRun);
+  cCountGuard walks(miWalks);
+  for (unsigned int i = 0; i < mTable.length(); ++i)
   {
-    cWork* const pWork = (*it).get();
-    if (pWork == nullptr)
+    if (mTable.keys()[i] >= walk.miDueBefore)
     {
-      it.eraseLater();
-      bEraseWanted = true;
-      continue;
-    }
-    if (!pWork->mStarted)
-    {
-      continue;
-    }
-    piUInt64 const planned = pWork->mPlannedTime.get();
-    piInt64 iWait = planned > now ? mSecUntil(planned, now) : 0;
-    bool bIsAIO = pWork->mType == cWork::AIO;
-    bool bDue = iWait <= 0;
-    if (bIsAIO)
-    {
-      bDue = pWork->mpAIOData != nullptr && pWork->mpAIOData->isEvent();
-      checkEvents(); // an action of this walk may have taken the processor away
-      if (!mpEvents->supportsAIO())
+      i = skipIdle(i, walk);
+      if (i == mTable.length())
       {
-        pWork->internRestart(pWork->miInterval, true, false);
-        bIsAIO = false;
-        bDue = true;
+        break;
       }
     }
-    ++countOf(*pWork);
-
-    if (bRun && bDue)
-    {
-      // Work that is dropped by its own action lives until this dispatch is over.
-      mstd::tSharedObject<cWork> const hold(*it);
-      dispatch(*pWork, now, iWait);
-      ++iNumRun;
-      if (!pWork->mStarted && !pWork->isKeep())
-      {
-        it.eraseLater();
-        --countOf(*pWork);
-        bEraseWanted = true;
-      }
-    }
-
-    // The minimum is kept in 32 bits and compared as a signed number: beyond 2^31 ms it stays as it is.
-    if (!bIsAIO && (bNoMinimum || iWait < static_cast<piInt32>(iMinSleep)))
-    {
-      iMinSleep = static_cast<unsigned int>(iWait);
-      bNoMinimum = false;
-    }
+    fetchAhead(i + FetchAhead);
+    visit(i, walk);
   }
+  iNumRun = walk.miNumRun;
 
   // An outer walk may stand on any node.
-  if (miLevel == 1 && miWalks == 1 && bEraseWanted)
+  if (miLevel == 1 && miWalks == 1 && walk.mEraseWanted)
   {
     sweep();
   }
@@ -251,7 +257,106 @@ unsigned int cWorkQueue::internProcess(bool bRun, unsigned int& iNumRun)
   {
     return AIOOnlySleepMSec;
   }
-  return iMinSleep;
+  return walk.sleep();
+}
+
+// Passes over the entries from `index` on with which there is nothing to do but to count them, and returns the index of
+// the first other one, or the number of entries.
+unsigned int cWorkQueue::skipIdle(unsigned int index, cWalk& walk)
+{
+  bool bWatchesAIO = false;
+  piUInt64 const* const pKeys = mTable.keys();
+  unsigned int const length = mTable.length();
+  unsigned int iTimed = 0;
+  unsigned int iAIO = 0;
+  piUInt64 iSleepEnd = walk.miSleepEnd;
+  for (; index < length; ++index)
+  {
+    piUInt64 const iKey = pKeys[index];
+    if (iKey < walk.miDueBefore)
+    {
+      break;
+    }
+    if (iKey < walk.miFarFrom)
+    {
+      ++iTimed;
+      iSleepEnd = iKey < iSleepEnd ? iKey : iSleepEnd;
+    }
+    else if (iKey != cWorkTable::Stopped)
+    {
+      // Asked anew each time: an action may have replaced the processor, or taken it away.
+      bWatchesAIO =
+          bWatchesAIO || (iKey == cWorkTable::NoEvent && mpEvents.get() != nullptr && mpEvents->supportsAIO());
+      if (iKey != cWorkTable::NoEvent || !bWatchesAIO)
+      {
+        break;
+      }
+      ++iAIO;
+    }
+  }
+  miTimedCount += iTimed;
+  miAIOCount += iAIO;
+  walk.miSleepEnd = iSleepEnd;
+  return index;
+}
+
+// Many due entries in a row would wait for memory one after the other.
+inline void cWorkQueue::fetchAhead(unsigned int index)
+{
+  if (index < mTable.length())
+  {
+    char const* const pWork = reinterpret_cast<char const*>(mTable.slot(index).mpWork);
+    for (unsigned int i = 0; i < 4; ++i)
+    {
+      __builtin_prefetch(pWork + i * 64, 1);
+    }
+  }
+}
+
+void cWorkQueue::visit(unsigned int index, cWalk& walk)
+{
+  cWork* const pWork = mTable.slot(index).mpWork;
+  if (pWork == nullptr)
+  {
+    mTable.mark(index);
+    walk.mEraseWanted = true;
+    return;
+  }
+  piUInt64 const planned = pWork->mPlannedTime.get();
+  piInt64 iWait = planned > walk.miNow ? mSecUntil(planned, walk.miNow) : 0;
+  bool bIsAIO = pWork->mType == cWork::AIO;
+  bool bDue = iWait <= 0;
+  if (bIsAIO)
+  {
+    bDue = pWork->mpAIOData != nullptr && pWork->mpAIOData->isEvent();
+    checkEvents();
+    if (!mpEvents->supportsAIO())
+    {
+      pWork->internRestart(pWork->miInterval, true, false);
+      bIsAIO = false;
+      bDue = true;
+    }
+  }
+  ++countOf(*pWork);
+
+  if (walk.mRun && bDue)
+  {
+    // Owned work that is dropped by its own action lives until this dispatch is over.
+    mstd::tSharedObject<cWork> const hold(mTable.slot(index).mOwned ? *mTable.entry(index)
+                                                                    : mstd::tSharedObject<cWork>());
+    dispatch(*pWork, walk.miNow, iWait);
+    ++walk.miNumRun;
+    if (!pWork->mStarted && !pWork->isKeep())
+    {
+      mTable.mark(index);
+      --countOf(*pWork);
+      walk.mEraseWanted = true;
+    }
+  }
+  if (!bIsAIO)
+  {
+    walk.limitSleep(iWait);
+  }
 }
 
 void cWorkQueue::dispatch(cWork& work, piUInt64 iNow, piInt64& iWait)
@@ -284,16 +389,19 @@ void cWorkQueue::dispatch(cWork& work, piUInt64 iNow, piInt64& iWait)
 
 void cWorkQueue::sweep()
 {
-  for (tJobs::iterator it = mJobs.begin(); it != mJobs.end();)
+  for (unsigned int i = mTable.takeFirstMarked(); i < mTable.length() && mTable.hasMarked(); ++i)
   {
-    if (!it.isMarked())
+    if (mTable.slot(i).mMarked)
     {
-      ++it;
-      continue;
+      // The work's destructor may use this queue: it finds the list whole, without the entry.
+      mstd::tSharedObject<cWork> const job = detach(i);
+      mJobs.erase(mTable.entry(i));
+      mTable.makeGap(i);
     }
-    // The work's destructor may use this queue: it finds the list whole, without the entry.
-    mstd::tSharedObject<cWork> const job = detach(it);
-    it = mJobs.erase(it);
+  }
+  if (mTable.closeGaps())
+  {
+    updateLinks();
   }
 }
 
@@ -328,6 +436,7 @@ void cWorkQueue::setEvents(mstd::tAutoPtr<cAbstractProcessEvents> pEvents)
   mpEvents = pEvents;
   if (pNew != nullptr)
   {
+    pNew->mpQueue = this;
     pNew->sigFinished.connect(mrmi::cDirectLocalSlotCall0(*this, &cWorkQueue::sltNotifyPEFinished),
                               mrmi::cAbstractSignal::Append);
   }
@@ -340,7 +449,7 @@ void cWorkQueue::addJob(cWork& work)
     sltNotifyWorkChanged(nullptr);
     return;
   }
-  cAdding adding(*this, mstd::tSharedObject<cWork>(&work, false));
+  cAdding adding(*this, mstd::tSharedObject<cWork>(&work, false), false);
   work.sigDestroyed().connect(mrmi::cDirectLocalSlotCall1(*this, &cWorkQueue::sltWorkDestroyed),
                               mrmi::cAbstractSignal::Append);
   connectChanged(work);
@@ -367,7 +476,7 @@ mstd::tSharedObject<cWork> cWorkQueue::createJob()
 
 void cWorkQueue::addNew(mstd::tSharedObject<cWork> const& job)
 {
-  cAdding adding(*this, job);
+  cAdding adding(*this, job, true);
   connectChanged(*job);
   job->reparent(mpCurrent);
   adding.finish();
@@ -380,7 +489,7 @@ void cWorkQueue::connectChanged(cWork& work)
                           mrmi::cAbstractSignal::Append);
 }
 
-cWorkQueue::tJobs::iterator cWorkQueue::append(mstd::tSharedObject<cWork> const& job)
+unsigned int cWorkQueue::append(mstd::tSharedObject<cWork> const& job, bool bOwned)
 {
   cWorkQueueLink& first = job->mQueueLink;
   mstd::tAutoPtr<cWorkQueueLink> pFurther;
@@ -388,21 +497,50 @@ cWorkQueue::tJobs::iterator cWorkQueue::append(mstd::tSharedObject<cWork> const&
   {
     pFurther.reinit(new cWorkQueueLink);
   }
-  tJobs::iterator const entry = mJobs.append(job);
+  if (mTable.reserve())
+  {
+    updateLinks();
+  }
+  unsigned int const index = mTable.append(*job, mJobs.append(job), bOwned, job->key());
+  noteDescriptors(*job);
   cWorkQueueLink& link = pFurther.get() != nullptr ? *pFurther : first;
   link.mpQueue = this;
-  link.mEntry = entry;
+  link.miIndex = index;
+  link.mpKey = mTable.keys() + index;
   if (pFurther.get() != nullptr)
   {
     link.mpNext = first.mpNext;
     first.mpNext = pFurther.release();
   }
-  return entry;
+  return index;
 }
 
-cWorkQueueLink const* cWorkQueue::linkOf(cWork const& work) const
+// Entries have moved within the table.
+void cWorkQueue::updateLinks()
 {
-  for (cWorkQueueLink const* pLink = &work.mQueueLink; pLink != nullptr; pLink = pLink->mpNext)
+  for (unsigned int i = 0; i < mTable.length(); ++i)
+  {
+    if (cWork const* const pWork = mTable.slot(i).mpWork)
+    {
+      cWorkQueueLink& link = *linkOf(*pWork);
+      link.miIndex = i;
+      link.mpKey = mTable.keys() + i;
+    }
+  }
+}
+
+// An entry of asynchronous work has come or goes.
+void cWorkQueue::noteDescriptors(cWork const& work)
+{
+  if (work.mType == cWork::AIO)
+  {
+    ++miDescriptorChanges;
+  }
+}
+
+cWorkQueueLink* cWorkQueue::linkOf(cWork const& work) const
+{
+  for (cWorkQueueLink* pLink = &const_cast<cWork&>(work).mQueueLink; pLink != nullptr; pLink = pLink->mpNext)
   {
     if (pLink->mpQueue == this)
     {
@@ -441,22 +579,27 @@ void cWorkQueue::dropLink(cWork& work)
   }
 }
 
-mstd::tSharedObject<cWork> cWorkQueue::detach(tJobs::iterator const& entry)
+// Empties an entry that is linked, and gives its work to the caller.
+mstd::tSharedObject<cWork> cWorkQueue::detach(unsigned int index)
 {
   mstd::tSharedObject<cWork> job;
-  job.swap(*entry);
-  if (job.get() != nullptr)
+  job.swap(*mTable.entry(index));
+  cWork*& pWork = mTable.slot(index).mpWork;
+  if (pWork != nullptr)
   {
-    dropLink(*job);
+    noteDescriptors(*pWork);
+    dropLink(*pWork);
+    pWork = nullptr;
+    mTable.setKey(index, cWorkTable::Dead);
   }
   return job;
 }
 
-void cWorkQueue::drop(tJobs::iterator& entry)
+void cWorkQueue::drop(unsigned int index)
 {
-  entry.eraseLater();
+  mTable.mark(index);
   // The work goes when nothing else is left to do here: its destructor may use this queue.
-  detach(entry);
+  detach(index);
 }
 
 void cWorkQueue::removeJob(cWork const& work)
@@ -465,22 +608,22 @@ void cWorkQueue::removeJob(cWork const& work)
   {
     mpCurrent = nullptr;
   }
-  cWorkQueueLink const* const pLink = linkOf(work);
-  if (pLink == nullptr)
+  if (cWorkQueueLink const* const pLink = linkOf(work))
   {
-    return;
+    drop(pLink->miIndex);
   }
-  tJobs::iterator entry = pLink->mEntry;
-  drop(entry);
 }
 
 void cWorkQueue::clear()
 {
   cCountGuard clearing(miClearing);
   cCountGuard walk(miWalks);
-  for (tJobs::iterator it = mJobs.begin(), end = mJobs.end(); it != end; ++it)
+  for (unsigned int i = 0; i < mTable.length(); ++i)
   {
-    drop(it);
+    if (mTable.slot(i).mpNode != nullptr)
+    {
+      drop(i);
+    }
   }
   sltNotifyWorkChanged(nullptr);
 }

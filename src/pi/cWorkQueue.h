@@ -1,6 +1,7 @@
 #ifndef MORTISE_PI_CWORKQUEUE_H
 #define MORTISE_PI_CWORKQUEUE_H
 
+#include "pi/cWorkTable.h"
 #include "pi/piTypes.h"
 #include "rmi/cConnectable.h"
 #include "std/tAutoPtr.h"
@@ -40,8 +41,8 @@ public:
   ~cWorkQueue() override;
 
   /// One turn. Returns the number of work items still active; 0 without event processor, and with an asynchronous
-  /// one, which does the work of the turn when it calls back. After a turn with nested turns in it the number is not to be
-  /// relied on: nested walks count anew, and the outer walk goes on from there.
+  /// one, which does the work of the turn when it calls back. After a turn with nested turns in it the number is not to
+  /// be relied on: nested walks count anew, and the outer walk goes on from there.
   unsigned int process();
 
   /// One pass: updateTimer() and, if there is something to wait for, a wait of the event processor. With
@@ -92,22 +93,29 @@ public:
   /// @}
 
 private:
+  friend class cAbstractProcessEvents;
   friend class cLocalEventLoop;
   friend class cWork;
 
   class cAdding;
+  class cWalk;
 
   void checkEvents();
+  unsigned int skipIdle(unsigned int index, cWalk& walk);
+  void fetchAhead(unsigned int index);
+  void visit(unsigned int index, cWalk& walk);
   void dispatch(cWork& work, piUInt64 iNow, piInt64& iWait);
   void sweep();
   unsigned int& countOf(cWork const& work);
   void connectChanged(cWork& work);
   void addNew(mstd::tSharedObject<cWork> const& job);
-  tJobs::iterator append(mstd::tSharedObject<cWork> const& job);
-  cWorkQueueLink const* linkOf(cWork const& work) const;
+  unsigned int append(mstd::tSharedObject<cWork> const& job, bool bOwned);
+  void updateLinks();
+  void noteDescriptors(cWork const& work);
+  cWorkQueueLink* linkOf(cWork const& work) const;
   void dropLink(cWork& work);
-  mstd::tSharedObject<cWork> detach(tJobs::iterator const& entry);
-  void drop(tJobs::iterator& entry);
+  mstd::tSharedObject<cWork> detach(unsigned int index);
+  void drop(unsigned int index);
   void dumpWork(cWork const& work);
 
   mstd::tAutoPtr<cAbstractProcessEvents> mpEvents;
@@ -120,6 +128,8 @@ private:
   unsigned int miTimedCount;
   unsigned int miAIOCount;
   unsigned int miWalks; // walks under way, of whatever kind: no node goes while an outer one may stand on it
+  cWorkTable mTable;    // the nodes of mJobs as arrays
+  piUInt64 miDescriptorChanges;
 };
 
 } // namespace mpi

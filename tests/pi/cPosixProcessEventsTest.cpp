@@ -14,6 +14,10 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <stdio.h>
+#include <stdlib.h>
+
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -378,7 +382,7 @@ TEST_F(cPosixProcessEventsTest, DescriptorsMayChangeBetweenTwoTurnsWithoutNotice
   fds.append(tFdInfo(first.in(), tFdInfo::Readable));
   processor.yield(0, jobs, 0);
   EXPECT_TRUE(jobs.first()->aioData().isEvent());
-  EXPECT_EQ(mClock.lastPollLength(), 2u);
+  EXPECT_EQ(mClock.lastPolled().size(), 2u);
   fds.clear();
   processor.yield(0, jobs, 0);
   EXPECT_EQ(mClock.numPolls(), 4u);
@@ -466,4 +470,208 @@ TEST_F(cPosixProcessEventsTest, TimedWorkAloneSleepsItsExactTime)
   }
   EXPECT_EQ(mSlot.calls(), 10u);
   EXPECT_EQ(mClock.blockedMSec(), 15000);
+}
+
+TEST_F(cPosixProcessEventsTest, ABusyLoopLooksBeforeItWaits)
+{
+  cPipe pipe;
+  tJob job = addAIO(mSlot, {{pipe.in(), tFdInfo::Readable}});
+  mSlot.mBody = [&] { pipe.read(); };
+  pipe.write();
+  mQueue.process();
+  EXPECT_EQ(mClock.lastPollTimeout(), 10000);
+  EXPECT_EQ(mClock.numPolls(), 1u);
+  mQueue.process();
+  pipe.write();
+  mQueue.process();
+  EXPECT_EQ(mClock.lastPollTimeout(), 0); // the last wait was not in vain, and this look is none either
+  EXPECT_TRUE(job->aioData().isEvent());
+  mQueue.process();
+  mQueue.process();
+  EXPECT_EQ(mClock.numPolls(), 6u); // nothing is ready: the look, and then the wait
+  EXPECT_EQ(mClock.lastPollTimeout(), 10000);
+  EXPECT_EQ(mClock.blockedMSec(), 10000);
+  mQueue.process();
+  EXPECT_EQ(mClock.numPolls(), 7u); // idle again: no more looks
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+
+namespace
+{
+
+typedef support::cVirtualClock::cWatched tWatched;
+
+// Gives out another list each time it is asked.
+class cMovingData : public mpi::cAbstractAIOData
+{
+public:
+  cMovingData(int fd, int other)
+  {
+    mFirst.addFd(fd, tFdInfo::Readable);
+    mSecond.addFd(other, tFdInfo::Readable);
+  }
+  mpi::cFDAIOData* isFDAIOData() override
+  {
+    mTurn = !mTurn;
+    return mTurn ? &mFirst : &mSecond;
+  }
+
+private:
+  mpi::cFDAIOData mFirst;
+  mpi::cFDAIOData mSecond;
+  bool mTurn = false;
+};
+
+} // namespace
+
+TEST_F(cPosixProcessEventsTest, DataThatGivesOutAnotherListEachTimeIsAskedEachTurn)
+{
+  cPipe first;
+  cPipe second;
+  tJob job = mQueue.createJob();
+  job->setAIOData(mstd::tAutoPtr<mpi::cAbstractAIOData>(new cMovingData(first.in(), second.in())));
+  mQueue.process();
+  EXPECT_EQ(mClock.lastPolled(), (std::vector<tWatched>{{first.in(), 0xC3}}));
+  mQueue.process();
+  EXPECT_EQ(mClock.lastPolled(), (std::vector<tWatched>{{second.in(), 0xC3}}));
+}
+
+TEST_F(cPosixProcessEventsTest, WatchesOfAQueueFollowAListThatWasGivenOutForWriting)
+{
+  cPipe first;
+  cPipe second;
+  tJob job = addAIO(mSlot, {{first.in(), tFdInfo::Readable}});
+  mQueue.process();
+  mstd::tVector<tFdInfo>& fds = job->aioData().fdAIOData().fds();
+  mQueue.process();
+  fds.at(0).fd = second.in();
+  mQueue.process();
+  EXPECT_EQ(mClock.lastPolled(), (std::vector<tWatched>{{second.in(), 0xC3}}));
+  fds.at(0).flags = tFdInfo::Error;
+  mQueue.process();
+  EXPECT_EQ(mClock.lastPolled(), (std::vector<tWatched>{{second.in(), 0x18}}));
+  fds.append(tFdInfo(first.in(), tFdInfo::Writable));
+  mQueue.process();
+  EXPECT_EQ(mClock.lastPolled(), (std::vector<tWatched>{{second.in(), 0x18}, {first.in(), 0x304}}));
+}
+
+TEST_F(cPosixProcessEventsTest, RandomChangesOfWorkAreWatchedFromTheNextTurnOn)
+{
+  // No descriptor that really is open: they report trouble at once, and nothing waits.
+  unsigned int const iSeed = static_cast<unsigned int>(getpid());
+  printf("seed %u\n", iSeed);
+  srand(iSeed);
+  struct cItem
+  {
+    std::unique_ptr<cWork> mpWork;
+    std::unique_ptr<mpi::cAbstractAIOData> mpFormer; // replaced data is ours
+    std::vector<int> mFds;
+    bool mInQueue = false;
+  };
+  std::vector<cItem> items(12);
+  int iNextFd = 1000;
+  auto const give = [&](cItem& item, unsigned int iFds) {
+    mstd::tAutoPtr<mpi::cAbstractAIOData> pData(new mpi::cFDAIOData);
+    item.mFds.clear();
+    for (unsigned int i = 0; i < iFds; ++i)
+    {
+      item.mFds.push_back(++iNextFd);
+      pData->fdAIOData().addFd(iNextFd, tFdInfo::Readable);
+    }
+    item.mpFormer.reset(item.mpWork->hasAIOData());
+    item.mpWork->setAIOData(pData);
+  };
+  std::vector<cItem*> order; // of the entries
+  auto const leave = [&](cItem& item) {
+    order.erase(std::remove(order.begin(), order.end(), &item), order.end());
+    item.mInQueue = false;
+  };
+  for (int step = 0; step < 5000; ++step)
+  {
+    cItem& item = items[static_cast<unsigned int>(rand()) % items.size()];
+    if (!item.mpWork)
+    {
+      item.mpWork.reset(new cWork);
+    }
+    switch (rand() % 9)
+    {
+    case 0:
+      if (!item.mInQueue)
+      {
+        mQueue.addJob(*item.mpWork);
+        order.push_back(&item);
+        item.mInQueue = true;
+      }
+      break;
+    case 1:
+      give(item, static_cast<unsigned int>(rand()) % 4);
+      break;
+    case 2:
+      if (item.mpWork->hasAIOData() != nullptr)
+      {
+        item.mFds.push_back(++iNextFd);
+        item.mpWork->aioData().fdAIOData().addFd(iNextFd, tFdInfo::Readable);
+      }
+      break;
+    case 3:
+      item.mpWork->stop();
+      break;
+    case 4:
+      item.mpWork->start();
+      break;
+    case 5:
+      item.mpWork->start(1000000, cWork::Periodic);
+      break;
+    case 6:
+      mQueue.removeJob(*item.mpWork);
+      leave(item);
+      break;
+    case 7:
+      item.mpWork.reset();
+      leave(item);
+      break;
+    default:
+      if (item.mpWork->hasAIOData() != nullptr)
+      {
+        item.mpFormer.reset(item.mpWork->hasAIOData());
+        item.mpWork->setAIOData(mstd::tAutoPtr<mpi::cAbstractAIOData>());
+      }
+      break;
+    }
+    for (cItem& each : items)
+    {
+      // Started asynchronous work without data would raise out of the turn.
+      if (each.mpWork && each.mpWork->type() == cWork::AIO && each.mpWork->hasAIOData() == nullptr)
+      {
+        each.mpWork->stop();
+      }
+    }
+    std::vector<tWatched> expected;
+    for (cItem const* pItem : order)
+    {
+      if (pItem->mpWork->type() == cWork::AIO && pItem->mpWork->isStarted())
+      {
+        for (int fd : pItem->mFds)
+        {
+          expected.push_back(tWatched{fd, 0xC3});
+        }
+      }
+    }
+    unsigned int const iPolls = mClock.numPolls();
+    mQueue.process();
+    if (expected.empty())
+    {
+      ASSERT_EQ(mClock.numPolls(), iPolls) << step;
+    }
+    else
+    {
+      ASSERT_GT(mClock.numPolls(), iPolls) << step;
+      ASSERT_EQ(mClock.lastPolled(), expected) << step;
+    }
+  }
+  for (cItem& item : items)
+  {
+    item.mpWork.reset();
+  }
 }

@@ -1377,3 +1377,64 @@ TEST_F(cWorkQueueTest, AddingTenThousandJobsIsNotQuadratic)
   EXPECT_EQ(mQueue.process(), 0u);
   EXPECT_TRUE(mQueue.jobs().empty());
 }
+
+TEST_F(cWorkQueueTest, WorkIsFoundAgainAfterMostOfTheOthersHaveGone)
+{
+  // Entries that go leave gaps, which are closed from time to time: what stays must be reached by its changes.
+  std::vector<std::unique_ptr<cSlot>> slots;
+  std::vector<tJob> kept;
+  for (int i = 0; i < 400; ++i)
+  {
+    slots.push_back(std::make_unique<cSlot>());
+    bool const bKept = i % 7 == 3;
+    tJob job = addTask(*slots.back(), bKept ? 1000 : 0, bKept ? cWork::Periodic : cWork::SingleTask);
+    if (bKept)
+    {
+      kept.push_back(job);
+    }
+  }
+  cWorkQueue second;
+  second.setEvents(mstd::tAutoPtr<mpi::cAbstractProcessEvents>(new cFakeProcessor));
+  second.addJob(kept[5]);
+  EXPECT_EQ(mQueue.process(), kept.size());
+  EXPECT_EQ(length(mQueue), kept.size());
+  for (tJob const& job : kept)
+  {
+    job->stop();
+  }
+  EXPECT_EQ(mQueue.process(), 0u);
+  kept[5]->start(20, cWork::Periodic);
+  kept[50]->start(10, cWork::Periodic);
+  EXPECT_EQ(mQueue.process(), 2u);
+  EXPECT_EQ(lastDelay(), 10u);
+  EXPECT_EQ(second.process(), 1u);
+  mQueue.removeJob(*kept[50]);
+  EXPECT_EQ(mQueue.process(), 1u);
+  EXPECT_EQ(lastDelay(), 20u);
+  mQueue.removeJob(*kept[5]);
+  EXPECT_EQ(mQueue.process(), 0u);
+  EXPECT_EQ(second.process(), 1u);
+  EXPECT_EQ(length(mQueue), kept.size() - 2);
+}
+
+TEST_F(cWorkQueueTest, AnEventOfDetachedDataReachesNobody)
+{
+  cSlot slot;
+  tJob job = addAIO(slot);
+  std::unique_ptr<mpi::cAbstractAIOData> const pFormer(&job->aioData());
+  job->setAIOData(mstd::tAutoPtr<mpi::cAbstractAIOData>(new mpi::cFDAIOData));
+  pFormer->setEvent(true);
+  mQueue.process();
+  EXPECT_EQ(slot.calls(), 0u);
+}
+
+TEST_F(cWorkQueueTest, AFarTimerDoesNotHideANearOneInFrontOfIt)
+{
+  cSlot slot;
+  addTask(slot, 10);
+  addTask(slot, 3000000000u);
+  addTask(slot, 20);
+  mQueue.process();
+  // Only the minimum found so far is cut to 32 bits; the wait that is compared with it is not.
+  EXPECT_EQ(lastDelay(), 10u);
+}

@@ -26,7 +26,7 @@ struct tState
   unsigned int miSelects = 0;
   unsigned int miReads = 0;
   int miPollTimeout = 0;
-  unsigned int miPollLength = 0;
+  std::vector<support::cVirtualClock::cWatched> mPolled;
   long long miSelectSec = 0;
   long long miSelectUSec = 0;
   bool mInterrupt = false;
@@ -183,7 +183,11 @@ int pollAs(tPollFd* pFds, unsigned long iLength, int iTimeout)
   tState& s = state();
   ++s.miPolls;
   s.miPollTimeout = iTimeout;
-  s.miPollLength = static_cast<unsigned int>(iLength);
+  s.mPolled.clear();
+  for (unsigned long i = 0; i < iLength; ++i)
+  {
+    s.mPolled.push_back(support::cVirtualClock::cWatched{pFds[i].mFd, pFds[i].mEvents});
+  }
   if (s.mInterrupt)
   {
     s.mInterrupt = false;
@@ -382,9 +386,9 @@ int cVirtualClock::lastPollTimeout() const
   return state().miPollTimeout;
 }
 
-unsigned int cVirtualClock::lastPollLength() const
+std::vector<cVirtualClock::cWatched> const& cVirtualClock::lastPolled() const
 {
-  return state().miPollLength;
+  return state().mPolled;
 }
 
 long long cVirtualClock::lastSelectSec() const

@@ -2,6 +2,7 @@
 #define MORTISE_TESTS_SUPPORT_VIRTUALCLOCK_H
 
 #include <functional>
+#include <vector>
 
 namespace support
 {
@@ -50,8 +51,14 @@ public:
   unsigned int numReads() const;
   /// Time-out of the last poll(), in milliseconds.
   int lastPollTimeout() const;
-  /// Descriptors of the last poll().
-  unsigned int lastPollLength() const;
+  /// What the last poll() asked for: descriptors and events, in their order.
+  struct cWatched
+  {
+    int fd;
+    short events;
+    bool operator==(cWatched const& other) const { return fd == other.fd && events == other.events; }
+  };
+  std::vector<cWatched> const& lastPolled() const;
   /// Parts of the time-out of the last select().
   long long lastSelectSec() const;
   long long lastSelectUSec() const;

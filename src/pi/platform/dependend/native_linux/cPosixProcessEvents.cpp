@@ -8,6 +8,8 @@
 #include <stdlib.h>
 #include <sys/select.h>
 
+#include <typeinfo>
+
 namespace mpi
 {
 
@@ -44,8 +46,8 @@ void sleepWithoutDescriptors(unsigned int iDelayMSec)
 
 } // namespace
 
-// The descriptors of one wait and the entry of the queue that each belongs to. It is filled anew for each wait,
-// since the data of the work may change without notice; only its memory stays from wait to wait.
+// The descriptors of one wait and the entry of the queue that each belongs to. It is filled anew for each wait, unless
+// nothing can have changed since the last one.
 class cPosixProcessEvents::cPollSet
 {
 public:
@@ -59,7 +61,19 @@ public:
   }
 
   unsigned int length() const { return miLength; }
-  void clear() { miLength = 0; }
+  void clear()
+  {
+    miLength = 0;
+    mValid = false;
+  }
+
+  // True if the set was filled at this number of changes, and nothing can have changed it since.
+  bool isValid(piUInt64 iChanges) const { return mValid && miChanges == iChanges; }
+  void setValid(piUInt64 iChanges)
+  {
+    mValid = true;
+    miChanges = iChanges;
+  }
 
   void append(int fd, short events, tJob const& job)
   {
@@ -74,7 +88,22 @@ public:
     ++miLength;
   }
 
-  int wait(unsigned int iDelayMSec) { return ::poll(mpFds, miLength, static_cast<int>(iDelayMSec)); }
+  int wait(unsigned int iDelayMSec)
+  {
+    // A wait makes the system register with every descriptor, a mere look does not: so under load, with the last
+    // wait not in vain, a look comes first.
+    if (mBusy && iDelayMSec != 0)
+    {
+      int const iReady = ::poll(mpFds, miLength, 0);
+      if (iReady != 0)
+      {
+        return iReady;
+      }
+    }
+    int const iReady = ::poll(mpFds, miLength, static_cast<int>(iDelayMSec));
+    mBusy = iDelayMSec != 0 ? iReady > 0 : mBusy;
+    return iReady;
+  }
 
   void setEvents(int iReady)
   {
@@ -122,6 +151,9 @@ private:
   tJob const** mpJobs = nullptr;
   unsigned int miLength = 0;
   unsigned int miCapacity = 0;
+  bool mValid = false;
+  bool mBusy = false;
+  piUInt64 miChanges = 0;
 };
 
 cPosixProcessEvents::cPosixProcessEvents() : mpPollSet(new cPollSet) {}
@@ -141,19 +173,14 @@ bool cPosixProcessEvents::isAsynchronous() const
 void cPosixProcessEvents::yield(unsigned int, mstd::tList<tJob>& jobs, unsigned int iDelayMSec)
 {
   cPollSet& set = *mpPollSet;
-  set.clear();
-  for (tJob const& job : jobs)
+  piUInt64 iChanges = 0;
+  bool const bKnown = descriptorChanges(jobs, iChanges);
+  if (!bKnown || !set.isValid(iChanges))
   {
-    cWork* const pWork = job.get();
-    if (pWork == nullptr || pWork->type() != cWork::AIO || !pWork->isStarted())
+    set.clear();
+    if (fill(set, jobs) && bKnown)
     {
-      continue;
-    }
-    mstd::tVector<tFdInfo> const& fds = pWork->aioData().fdAIOData().fds();
-    for (unsigned int i = 0, length = fds.length(); i < length; ++i)
-    {
-      tFdInfo const& info = fds.at(i);
-      set.append(info.fd, pollEvents(info.flags), job);
+      set.setValid(iChanges);
     }
   }
   if (set.length() != 0)
@@ -165,6 +192,31 @@ void cPosixProcessEvents::yield(unsigned int, mstd::tList<tJob>& jobs, unsigned 
     sleepWithoutDescriptors(iDelayMSec);
   }
   sigFinished();
+}
+
+// Returns false if the set may change without notice.
+bool cPosixProcessEvents::fill(cPollSet& set, mstd::tList<tJob> const& jobs)
+{
+  bool bNoticed = true;
+  for (tJob const& job : jobs)
+  {
+    cWork* const pWork = job.get();
+    if (pWork == nullptr || pWork->type() != cWork::AIO || !pWork->isStarted())
+    {
+      continue;
+    }
+    cAbstractAIOData& data = pWork->aioData();
+    cFDAIOData const& fdData = data.fdAIOData();
+    mstd::tVector<tFdInfo> const& fds = fdData.fds();
+    for (unsigned int i = 0, length = fds.length(); i < length; ++i)
+    {
+      tFdInfo const& info = fds.at(i);
+      set.append(info.fd, pollEvents(info.flags), job);
+    }
+    // A derived class may give out other data each time.
+    bNoticed = bNoticed && typeid(data) == typeid(cFDAIOData) && !fdData.isListShared();
+  }
+  return bNoticed;
 }
 
 void cPosixProcessEvents::wakeUp() {}

@@ -30,6 +30,8 @@ public:
 private:
   class cPollSet;
 
+  static bool fill(cPollSet& set, mstd::tList<mstd::tSharedObject<cWork>> const& jobs);
+
   mstd::tAutoPtr<cPollSet> mpPollSet; // never null
 };
 
