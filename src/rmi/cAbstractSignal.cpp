@@ -1,5 +1,7 @@
 #include "rmi/cAbstractSignal.h"
 
+#include "rmi/cConnectable.h"
+#include "rmi/cPublicSignal.h"
 #include "rmi/cRMIExceptions.h"
 #include "std/cAsciiString.h"
 #include "std/debugLines.h"
@@ -32,10 +34,21 @@ void cAbstractSignal::swap(cAbstractSignal& other) noexcept
   std::swap(mInvocationBehavior, other.mInvocationBehavior);
 }
 
-// As long as setPublicSignal() is only declared there is no public signal.
 mstd::cAsciiString cAbstractSignal::publicSignalName() const
 {
-  cRMIExceptions::throwSignalNotPublic();
+  if (mpPublicSignal == 0)
+  {
+    cRMIExceptions::throwSignalNotPublic();
+  }
+  return mpPublicSignal->name();
+}
+
+void cAbstractSignal::exportSignal(cConnectable& connectable, mstd::cAsciiString const& name, InterfaceType type,
+                                   mstd::cAsciiString const& description)
+{
+  mstd::cAsciiString const returnType = returnTypeString();
+  mstd::cAsciiString const paramTypes = parametersTypeString();
+  addParameterInfo(connectable.registerSignal(name, returnType, paramTypes, type, description, *this));
 }
 
 void cAbstractSignal::checkNIC(unsigned int count)

@@ -62,11 +62,13 @@ public:
   void setInvocationBehavior(InvocationBehavior behavior) { mInvocationBehavior = behavior; }
 
   /// The published description, which stays its connectable's; null takes it away.
-  void setPublicSignal(cPublicSignal const* publicSignal);
+  void setPublicSignal(cPublicSignal const* publicSignal) { mpPublicSignal = publicSignal; }
   bool isPublicSignal() const { return mpPublicSignal != 0; }
   /// Name under which the signal is published. cBugException if it is not.
   mstd::cAsciiString publicSignalName() const;
-  /// Publishes the signal on `connectable`.
+  /// Publishes the signal on `connectable`, with the types that it tells of itself. The description goes with the
+  /// connectable, or when that is cleared: a signal that lives on has to lose it by setPublicSignal(0), or may not be
+  /// asked for its name any more.
   void exportSignal(cConnectable& connectable, mstd::cAsciiString const& name, InterfaceType type,
                     mstd::cAsciiString const& description);
 

@@ -1,6 +1,9 @@
 #include "rmi/cAbstractSlotCall.h"
 
+#include "rmi/cPublicSlot.h"
 #include "rmi/cRMIExceptions.h"
+#include "sa/cReferenceFrame.h"
+#include "std/cAbstractException.h"
 #include "std/cAsciiString.h"
 #include "std/cSTDExceptions.h"
 #include "std/debugLines.h"
@@ -64,9 +67,62 @@ void cAbstractSlotCall::reAssign(cAbstractSignal* signal)
   }
 }
 
-// As long as setPublicSlot() is only declared there is no public slot.
 mstd::cAsciiString cAbstractSlotCall::publicSlotName() const
 {
-  cRMIExceptions::throwSlotNotPublic();
+  if (mpPublicSlot == 0)
+  {
+    cRMIExceptions::throwSlotNotPublic();
+  }
+  return mpPublicSlot->name();
+}
+
+cPublicSlot& cAbstractSlotCall::registerSlotByInterface(mstd::cAsciiString const& name,
+                                                        mstd::cAsciiString const& returnType,
+                                                        mstd::cAsciiString const& paramTypes,
+                                                        mstd::cAsciiString const& description,
+                                                        mstd::tAutoPtr<cAbstractSlotCall> call)
+{
+  return mObject.registerSlot(name, returnType, paramTypes, description, call);
+}
+
+void cAbstractSlotCall::checkFrame(msa::cReferenceFrame& frame, unsigned int arguments)
+{
+  frame.restartReading();
+  if (arguments == 0)
+  {
+    frame.readNext<piVoid>();
+  }
+  else
+  {
+    try
+    {
+      for (unsigned int i = 0; i < arguments; ++i)
+      {
+        frame.skipNext();
+      }
+      frame.readNext<piVoid>();
+    }
+    catch (mstd::cAbstractException const& e)
+    {
+      cRMIExceptions::throwMissingReturnValue(e);
+    }
+  }
+  frame.restartReading();
+}
+
+void cAbstractSlotCall::invokeByName(cConnectable const& target, mstd::cAsciiString const& slotName)
+{
+  piVoid result;
+  msa::cReferenceFrame frame;
+  frame.addRef(result, true, false);
+  target.invokeIndirectSlot(slotName, frame);
+}
+
+void cAbstractSlotCall::invokeResolved(cConnectable const& target, cAbstractSlotCall const& call)
+{
+  piVoid result;
+  msa::cReferenceFrame frame;
+  frame.addRef(result, true, false);
+  target.callPublicSlot(call, frame);
 }
 } // namespace mrmi

@@ -49,7 +49,9 @@ public:
   /// The receiver.
   cConnectable& assignedObject() const { return mObject; }
   /// The published description, which stays its connectable's; null takes it away.
-  void setPublicSlot(cPublicSlot const* publicSlot);
+  void setPublicSlot(cPublicSlot const* publicSlot) { mpPublicSlot = publicSlot; }
+  /// Null if the slot was not published.
+  cPublicSlot const* publicSlot() const { return mpPublicSlot; }
   bool isPublicSlot() const { return mpPublicSlot != 0; }
   /// Name under which the slot is published. cBugException if it is not.
   mstd::cAsciiString publicSlotName() const;
@@ -63,6 +65,14 @@ protected:
   cAbstractSlotCall(cConnectable& object, cAbstractSignal* pSignal);
   /// A copy is a template.
   cAbstractSlotCall(cAbstractSlotCall const& other);
+
+  /// What comes before callRef(): checks that the frame has a return value behind `arguments` references, and leaves
+  /// its reading position at the start. A frame that has none raises mstd::cBugException if there are arguments, and
+  /// else goes through as the frame's own failure.
+  static void checkFrame(msa::cReferenceFrame& frame, unsigned int arguments);
+  /// Call a published slot that has no arguments and no result: by its name, and one found before.
+  static void invokeByName(cConnectable const& target, mstd::cAsciiString const& slotName);
+  static void invokeResolved(cConnectable const& target, cAbstractSlotCall const& call);
 
 private:
   friend class cConnectable;

@@ -20,6 +20,12 @@ class MORTISE_API cAbstractSlotCall0 : public cAbstractSlotCall
 
 public:
   using cAbstractSlotCall::call;
+  /// Checks that the frame ends in a return value, and calls callRef().
+  void call(msa::cReferenceFrame& frame) const override
+  {
+    checkFrame(frame, 0);
+    callRef(frame);
+  }
   virtual void call() const = 0;
   virtual mstd::cAsciiString parametersTypeString() const { return mstd::cAsciiString(); }
   virtual mstd::cAsciiString returnTypeString() const { return mstd::cAsciiString("piVoid"); }

@@ -19,6 +19,12 @@ class MORTISE_API cAbstractSlotCall3 : public cAbstractSlotCall
 
 public:
   using cAbstractSlotCall::call;
+  /// Checks that the frame ends in a return value, and calls callRef().
+  void call(msa::cReferenceFrame& frame) const override
+  {
+    checkFrame(frame, 3);
+    callRef(frame);
+  }
   virtual void call(A1 a1, A2 a2, A3 a3) const = 0;
   /// Calls with the arguments in a frame.
   virtual void callRef(msa::cReferenceFrame& frame) const = 0;

@@ -9,6 +9,11 @@ cLocalSignalBase::cLocalSignalBase() : mNIC(0), mpInvocation(0) {}
 
 cLocalSignalBase::~cLocalSignalBase()
 {
+  destroyCalls();
+}
+
+void cLocalSignalBase::destroyCalls()
+{
   checkNIC(mNIC);
   for (cInvocation* invocation = mpInvocation; invocation != 0; invocation = invocation->mpOuter)
   {

@@ -51,6 +51,9 @@ protected:
   void adopt(cAbstractSlotCall* call, ConnectionPolicy policy);
 
   /// Calls the slots. The way to a single slot is small enough to be inlined.
+  /// What the destructor does; that of a derived class may do it before.
+  void destroyCalls();
+
   template <typename Call, typename... A>
   void invokeSlots(A&... args);
 

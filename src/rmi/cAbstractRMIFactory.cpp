@@ -1,0 +1,6 @@
+#include "rmi/cAbstractRMIFactory.h"
+
+namespace mrmi
+{
+cAbstractRMIFactory::~cAbstractRMIFactory() {}
+} // namespace mrmi
