@@ -265,6 +265,119 @@ TEST(tHash, OtherNumbersOfBucketsWork)
   }
 }
 
+TEST(tHash, KeysAreComparedToTheirLastElement)
+{
+  for (unsigned int n : {0u, 1u, 2u, 3u, 4u, 5u, 7u, 8u, 19u, 20u, 21u, 63u, 127u, 128u, 131u, 132u, 133u, 2000u})
+  {
+    cPoints points;
+    for (unsigned int i = 0; i < n; ++i)
+    {
+      points.push_back(i * 2654435761u);
+    }
+    mucs::cString const left = key(points);
+    mucs::cString const same = key(points);
+    EXPECT_TRUE(cTraits::isSame(left, same)) << n;
+    EXPECT_EQ(cTraits::isInline(left), n >= 4 && n < 132) << n;
+    EXPECT_TRUE(!cTraits::isInline(left) || cTraits::isSameInline(left, same)) << n;
+    points.push_back(0);
+    EXPECT_FALSE(cTraits::isSame(left, key(points))) << n;
+    EXPECT_FALSE(cTraits::isInline(left) && cTraits::isSameInline(left, key(points))) << n;
+    points.pop_back();
+    for (unsigned int i = 0; i < n; ++i)
+    {
+      points[i] ^= 1u << (i % 32);
+      mucs::cString const other = key(points);
+      ASSERT_FALSE(cTraits::isSame(left, other)) << n << " " << i;
+      ASSERT_FALSE(cTraits::isInline(left) && cTraits::isSameInline(left, other)) << n << " " << i;
+      points[i] ^= 1u << (i % 32);
+    }
+  }
+}
+
+TEST(tHash, KeysOfBytesAndOfNumbersWithAFractionWork)
+{
+  tHash<mstd::tArray<char>, int, tArrayHashTraits<16u>> bytes;
+  tHash<mstd::tArray<double>, int, tArrayHashTraits<16u>> fractions;
+  for (int i = 0; i < 300; ++i)
+  {
+    std::string const name(static_cast<std::string::size_type>(i), static_cast<char>('a' + i % 26));
+    bytes[mstd::tArray<char>(name.c_str())] = i;
+    mstd::tArray<double> fraction;
+    fraction.append(i / 2);
+    fraction.append(i % 2 == 0 ? 0.0 : 0.5);
+    fractions[fraction] = i;
+  }
+  EXPECT_EQ(bytes.length(), 300u);
+  EXPECT_EQ(fractions.length(), 300u);
+  for (int i = 0; i < 300; ++i)
+  {
+    std::string name(static_cast<std::string::size_type>(i), static_cast<char>('a' + i % 26));
+    ASSERT_NE(bytes.has(mstd::tArray<char>(name.c_str())), nullptr);
+    EXPECT_EQ(*bytes.has(mstd::tArray<char>(name.c_str())), i);
+    EXPECT_EQ(bytes.has(mstd::tArray<char>((name + "?").c_str())), nullptr);
+    mstd::tArray<double> fraction;
+    fraction.append(i / 2);
+    fraction.append(i % 2 == 0 ? 0.0 : 0.5);
+    ASSERT_NE(fractions.has(fraction), nullptr);
+    EXPECT_EQ(*fractions.has(fraction), i);
+  }
+}
+
+TEST(tHash, KeysOfSignedBytesHashWithTheirSign)
+{
+  mstd::tArray<signed char> array;
+  array.append(static_cast<signed char>(-1));
+  array.append(static_cast<signed char>(2));
+  EXPECT_EQ(cTraits::hash(array), (5381u * 33 - 1) * 33 + 2);
+}
+
+TEST(tHash, AnOvercrowdedBucketKeepsEveryKey)
+{
+  unsigned int const seed = std::random_device()();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::cout << "seed " << seed << "\n";
+  std::mt19937 random(seed);
+  tHash<mucs::cString, int, tArrayHashTraits<2u>> hash;
+  std::map<std::string, int> model;
+  for (int i = 0; i < 20000; ++i)
+  {
+    std::string const text = std::to_string(random() % 40);
+    if (random() % 2 == 0)
+    {
+      hash[key(text)] = i;
+      model[text] = i;
+    }
+    else
+    {
+      ASSERT_EQ(hash.remove(key(text)), model.erase(text) == 1);
+    }
+    if (i % 5000 == 4999)
+    {
+      hash.clear();
+      model.clear();
+    }
+    ASSERT_EQ(hash.length(), model.size());
+    for (int j = 0; j < 40; ++j)
+    {
+      int const* const found = hash.has(key(std::to_string(j)));
+      auto const expected = model.find(std::to_string(j));
+      ASSERT_EQ(found == nullptr, expected == model.end());
+      ASSERT_TRUE(found == nullptr || *found == expected->second);
+    }
+  }
+}
+
+TEST(tHash, SwapExchangesEverything)
+{
+  cStringHash a;
+  a[key("a")] = key("1");
+  cStringHash b;
+  swap(a, b);
+  EXPECT_TRUE(a.empty());
+  EXPECT_EQ(a.has(key("a")), nullptr);
+  EXPECT_TRUE(*b.has(key("a")) == key("1"));
+}
+
 TEST(tHash, RandomOperationsAgreeWithAPlainModel)
 {
   unsigned int const seed = std::random_device()();
