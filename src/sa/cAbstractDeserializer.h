@@ -38,7 +38,7 @@ namespace msa
 class MORTISE_API cAbstractDeserializer
 {
 public:
-  cAbstractDeserializer() : mNoLabelsPreferred(false) {}
+  cAbstractDeserializer() : mNoLabelsPreferred(false), mpPlace(nullptr) {}
   cAbstractDeserializer(cAbstractDeserializer const&) = delete; // open contexts refer to their deserializer
   cAbstractDeserializer& operator=(cAbstractDeserializer const&) = delete;
   virtual ~cAbstractDeserializer();
@@ -88,8 +88,19 @@ public:
   bool noLabelsPreferred() const { return mNoLabelsPreferred; }
   void setPreferNoLabels(bool bPrefer) { mNoLabelsPreferred = bPrefer; }
 
+  /// How far the reading is, a number that grows with each value that is read. It is for loops over a foreign stream,
+  /// which must not go on for ever if there is nothing that grows. Always 0 if the format does not tell.
+  unsigned int place() const { return mpPlace != nullptr ? *mpPlace : 0; }
+  /// Whether place() tells something.
+  bool hasPlace() const { return mpPlace != nullptr; }
+
+protected:
+  /// For a format that keeps its place in `*pPlace`.
+  explicit cAbstractDeserializer(unsigned int const* pPlace) : mNoLabelsPreferred(false), mpPlace(pPlace) {}
+
 private:
   bool mNoLabelsPreferred;
+  unsigned int const* mpPlace; // not owned, null if the format has none
 };
 
 /// Values of the language read themselves as classes do: `value << deserializer`.

@@ -4,6 +4,8 @@
 #include "sa/cAbstractDeserializer.h"
 #include "sa/cAbstractSerializer.h"
 #include "sa/cContext.h"
+#include "sa/cSAExceptions.h"
+#include "sa/cSerializeBinaryShared.h"
 #include "std/tList.h"
 #include "std/tVector.h"
 
@@ -42,7 +44,8 @@ cAbstractSerializer& operator>>(mstd::tList<T> const& list, cAbstractSerializer&
   return serializer;
 }
 
-/// Reads the elements of the next context into a container that has append() and swap().
+/// Reads the elements of the next context into a container that has append() and swap(). An element that reads
+/// nothing never comes to the end of what a hostile stream has for it: cSAExceptions::throwInvalidTypeId().
 template <class T, class tContainer>
 cAbstractDeserializer& loadElements(tContainer& target, cAbstractDeserializer& deserializer)
 {
@@ -50,8 +53,13 @@ cAbstractDeserializer& loadElements(tContainer& target, cAbstractDeserializer& d
   cContext context(deserializer.getContext(nullptr));
   while (!deserializer.eoc())
   {
+    unsigned int const iPlace = deserializer.place();
     T element = T();
     element << deserializer;
+    if (deserializer.place() <= iPlace && deserializer.hasPlace())
+    {
+      cSAExceptions::throwInvalidTypeId(cSerializeBinaryShared::Context);
+    }
     container.append(element);
   }
   context.release();
