@@ -8,6 +8,7 @@ import os
 import random
 import resource
 import select
+import shutil
 import signal
 import subprocess
 import sys
@@ -15,7 +16,7 @@ import tempfile
 import time
 import unittest
 
-PROGRAM = sys.argv[2:]
+PROGRAM = [shutil.which(sys.argv[2]) or sys.argv[2], *sys.argv[3:]]
 LIMIT = 100  # seconds; nothing here takes that long
 
 

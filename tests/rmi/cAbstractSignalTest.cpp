@@ -93,7 +93,8 @@ TEST(cAbstractSignal, CheckNICWritesLineAndTraceWithTheirMarks)
     EXPECT_EQ("rmi/cAbstractSignal", capture.lines()[i].file);
     EXPECT_EQ(82u, capture.lines()[i].line);
   }
-  EXPECT_TRUE(capture.contains("mrmi::cAbstractSignal::checkNIC(unsigned int)")) << capture.text();
+  // The name of checkNIC() itself may be missing: a compiler may split the function in two, one of them hidden.
+  EXPECT_TRUE(capture.contains("CheckNICWritesLineAndTraceWithTheirMarks_Test::TestBody()")) << capture.text();
   EXPECT_EQ(nullptr, mpi::system().out.debugFileName());
 }
 
