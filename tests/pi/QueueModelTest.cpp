@@ -1007,6 +1007,14 @@ private:
     return delays[mRandom.below(9)];
   }
 
+  // Random numbers are drawn one by one: compilers evaluate arguments in different orders.
+  void start(int id)
+  {
+    unsigned int const iDelay = anyDelay();
+    unsigned int const iType = mRandom.below(3);
+    mWorld.start(id, iDelay, iType);
+  }
+
   // Ids are given out in the order of making, so the script knows the next one before the world makes it: an
   // asynchronous change may run the script inside.
   int note(tHolding holding)
@@ -1033,7 +1041,7 @@ private:
     }
     if (!mRandom.oneIn(4))
     {
-      mWorld.start(id, anyDelay(), mRandom.below(3));
+      start(id);
     }
     if (mRandom.oneIn(4))
     {
@@ -1106,7 +1114,7 @@ private:
     {
     case 12:
     case 13:
-      mWorld.start(id, anyDelay(), mRandom.below(3));
+      start(id);
       break;
     case 14:
       mWorld.startAsIs(id);
