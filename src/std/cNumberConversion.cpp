@@ -97,38 +97,101 @@ char const sDigitPairs[] = "0001020304050607080910111213141516171819202122232425
                            "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
                            "8081828384858687888990919293949596979899";
 
-/// Two decimal digits at a time, in front of `pEnd`.
-char* writeUsualDecimal(char* pEnd, piUInt64 iValue)
+void writePair(char* pPlace, unsigned int iPair)
 {
-  // a 32-bit processor has no 64-bit division: it pays once for each eight digits
-  while (iValue > 0xFFFFFFFFu)
+  memcpy(pPlace, sDigitPairs + static_cast<size_t>(iPair) * 2, 2);
+}
+
+void writeFour(char* pPlace, unsigned int iFour)
+{
+  writePair(pPlace, iFour / 100);
+  writePair(pPlace + 2, iFour % 100);
+}
+
+/// Groups of four digits in front of `pEnd`, as long as there are more than four. Leaves the rest in `iValue`.
+template <class Unsigned>
+inline char* writeFours(char* pEnd, Unsigned& iValue)
+{
+  while (iValue >= 10000)
   {
-    unsigned int iPart = static_cast<unsigned int>(iValue % 100000000);
-    iValue /= 100000000;
-    for (unsigned int i = 0; i < 4; ++i)
-    {
-      pEnd -= 2;
-      memcpy(pEnd, sDigitPairs + iPart % 100 * 2, 2);
-      iPart /= 100;
-    }
+    unsigned int const iFour = static_cast<unsigned int>(iValue % 10000);
+    iValue /= 10000;
+    pEnd -= 4;
+    writeFour(pEnd, iFour);
   }
-  unsigned int iRest = static_cast<unsigned int>(iValue);
-  while (iRest >= 100)
+  return pEnd;
+}
+
+/// `iDigits` is the number of decimal digits that the value has.
+inline void writeUsualDecimal(char* pText, unsigned int iDigits, piUInt64 iValue)
+{
+  char* pEnd = pText + iDigits;
+  unsigned int iHead;
+  if (sizeof(void*) >= sizeof(piUInt64))
   {
-    pEnd -= 2;
-    memcpy(pEnd, sDigitPairs + iRest % 100 * 2, 2);
-    iRest /= 100;
-  }
-  if (iRest >= 10)
-  {
-    pEnd -= 2;
-    memcpy(pEnd, sDigitPairs + iRest * 2, 2);
+    pEnd = writeFours(pEnd, iValue);
+    iHead = static_cast<unsigned int>(iValue);
   }
   else
   {
-    *--pEnd = static_cast<char>('0' + iRest);
+    // a 32-bit processor has no 64-bit division: it pays once for each eight digits
+    while (iValue > 0xFFFFFFFFu)
+    {
+      unsigned int const iEight = static_cast<unsigned int>(iValue % 100000000);
+      iValue /= 100000000;
+      pEnd -= 8;
+      writeFour(pEnd, iEight / 10000);
+      writeFour(pEnd + 4, iEight % 10000);
+    }
+    iHead = static_cast<unsigned int>(iValue);
+    pEnd = writeFours(pEnd, iHead);
   }
-  return pEnd;
+  if (iHead >= 100)
+  {
+    pEnd -= 2;
+    writePair(pEnd, iHead % 100);
+    iHead /= 100;
+  }
+  if (iHead >= 10)
+  {
+    writePair(pEnd - 2, iHead);
+  }
+  else
+  {
+    pEnd[-1] = static_cast<char>('0' + iHead);
+  }
+}
+
+unsigned int numBits(piUInt64 iValue)
+{
+  return 64 - static_cast<unsigned int>(__builtin_clzll(iValue | 1));
+}
+
+/// Decimal digits of a number; 1 for 0.
+unsigned int numDecimalDigits(piUInt64 iValue)
+{
+  static piUInt64 const powers[] = {0,
+                                    10,
+                                    100,
+                                    1000,
+                                    10000,
+                                    100000,
+                                    1000000,
+                                    10000000,
+                                    100000000,
+                                    1000000000,
+                                    10000000000,
+                                    100000000000,
+                                    1000000000000,
+                                    10000000000000,
+                                    100000000000000,
+                                    1000000000000000,
+                                    10000000000000000,
+                                    100000000000000000,
+                                    1000000000000000000,
+                                    10000000000000000000ull};
+  unsigned int const iGuess = numBits(iValue) * 1233 >> 12; // bits times log10(2), at most one too few
+  return iGuess + (iValue >= powers[iGuess] ? 1 : 0);
 }
 
 /// In a base known to the compiler, which then divides by multiplication or shift.
@@ -161,7 +224,13 @@ tWriteInBase const sWriteInBase[] = {
 
 char* writeDigits(char* pEnd, piUInt64 iValue, unsigned int iBase, char const* pSymbols, bool isUsual)
 {
-  return iBase == 10 && isUsual ? writeUsualDecimal(pEnd, iValue) : sWriteInBase[iBase - 2](pEnd, iValue, pSymbols);
+  if (iBase == 10 && isUsual)
+  {
+    unsigned int const iDigits = numDecimalDigits(iValue);
+    writeUsualDecimal(pEnd - iDigits, iDigits, iValue);
+    return pEnd - iDigits;
+  }
+  return sWriteInBase[iBase - 2](pEnd, iValue, pSymbols);
 }
 
 enum
@@ -174,9 +243,53 @@ piUInt64 magnitude(long long value)
   return value < 0 ? 0 - static_cast<piUInt64>(value) : static_cast<piUInt64>(value);
 }
 
+/// Eight digits of base 16 in the order of memory. `iLetters` is what letters have above digits.
+inline void hexCharacters(char* pCharacters, unsigned int iValue, unsigned int iLetters)
+{
+  piUInt64 const iOnes = 0x0101010101010101ull;
+  piUInt64 iDigits = iValue;
+  iDigits = (iDigits | iDigits << 16) & 0x0000FFFF0000FFFFull;
+  iDigits = (iDigits | iDigits << 8) & 0x00FF00FF00FF00FFull;
+  iDigits = (iDigits | iDigits << 4) & 0x0F0F0F0F0F0F0F0Full;
+  piUInt64 const iAreLetters = ((iDigits + 6 * iOnes) >> 4) & iOnes;
+  piUInt64 const iText = iDigits + '0' * iOnes + iAreLetters * iLetters;
+  piUInt64 const iInOrder = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? __builtin_bswap64(iText) : iText;
+  memcpy(pCharacters, &iInOrder, sizeof(iInOrder));
+}
+
+/// The usual digits in base 16 without a loop: the parts overlap, so that only few lengths are told apart.
+inline void writeUsualHex(char* pText, unsigned int iDigits, piUInt64 iValue, bool isUpperCase)
+{
+  unsigned int const iLetters = (isUpperCase ? 'A' : 'a') - '9' - 1;
+  unsigned int const iLow = static_cast<unsigned int>(iValue);
+  if (iDigits > 8)
+  {
+    hexCharacters(pText, static_cast<unsigned int>(iValue >> (iDigits - 8) * 4), iLetters);
+    hexCharacters(pText + iDigits - 8, iLow, iLetters);
+    return;
+  }
+  char first[8];
+  hexCharacters(first, iLow << (8 - iDigits) * 4, iLetters);
+  if (iDigits >= 4)
+  {
+    char last[8];
+    hexCharacters(last, iLow << 16, iLetters);
+    memcpy(pText, first, 4);
+    memcpy(pText + iDigits - 4, last, 4);
+    return;
+  }
+  pText[0] = first[0];
+  if (iDigits > 1)
+  {
+    pText[1] = first[1];
+    pText[iDigits - 1] = first[iDigits - 1];
+  }
+}
+
+/// Any alphabet, any base, any width, by way of a buffer.
 template <class Target>
-void writeWhole(Target& target, piUInt64 iMagnitude, bool isNegative, cNumberConversionFormat const& format,
-                bool isUsual)
+__attribute__((noinline)) void writePadded(Target& target, piUInt64 iMagnitude, bool isNegative,
+                                           cNumberConversionFormat const& format, bool isUsual)
 {
   unsigned int const iWidth = format.fixedWidth();
   char const padding = format.leadingDigit();
@@ -211,6 +324,50 @@ void writeWhole(Target& target, piUInt64 iMagnitude, bool isNegative, cNumberCon
     text.at(0) = '-';
   }
   appendTo(target, text.c_str(), text.length());
+}
+
+template <class Target>
+inline void writeDecimalTo(Target& target, piUInt64 iMagnitude, bool isNegative)
+{
+  unsigned int const iDigits = numDecimalDigits(iMagnitude);
+  char* const pText = target.extend(iDigits + isNegative);
+  *pText = '-';
+  writeUsualDecimal(pText + isNegative, iDigits, iMagnitude);
+}
+
+template <class Target>
+__attribute__((noinline)) void writeHexTo(Target& target, piUInt64 iMagnitude, bool isNegative, bool isUpperCase)
+{
+  unsigned int const iDigits = (numBits(iMagnitude) + 3) / 4;
+  char* const pText = target.extend(iDigits + isNegative);
+  *pText = '-';
+  writeUsualHex(pText + isNegative, iDigits, iMagnitude, isUpperCase);
+}
+
+/// For a target that stores bytes: the frequent formats need no buffer.
+template <class Target>
+inline void writeWhole(Target& target, piUInt64 iMagnitude, bool isNegative, cNumberConversionFormat const& format,
+                       bool isUsual)
+{
+  bool const isPlain = isUsual && format.fixedWidth() == 0;
+  if (isPlain && format.base() == 10)
+  {
+    writeDecimalTo(target, iMagnitude, isNegative);
+  }
+  else if (isPlain && format.base() == 16)
+  {
+    writeHexTo(target, iMagnitude, isNegative, format.getDigitSymbolSet()[10] == 'A');
+  }
+  else
+  {
+    writePadded(target, iMagnitude, isNegative, format, isUsual);
+  }
+}
+
+inline void writeWhole(mucs::cString& target, piUInt64 iMagnitude, bool isNegative,
+                       cNumberConversionFormat const& format, bool isUsual)
+{
+  writePadded(target, iMagnitude, isNegative, format, isUsual);
 }
 
 // --- text to whole number ---
@@ -289,6 +446,45 @@ char const* runOf(tConstArrayRef<char> const& text)
   return text.length() == 0 ? nullptr : text.proxyProvideData(0, text.length());
 }
 
+enum DigitKind
+{
+  DecimalDigits, // base 10 and the usual digits
+  UsualDigits,
+  SymbolDigits // of any alphabet
+};
+
+/// Takes digits from `i` on as long as there are any, and returns where they end.
+template <DigitKind Kind, class Char>
+inline unsigned int readDigits(Char const* pText, unsigned int i, unsigned int iLength, unsigned int iBase,
+                               char const* pSymbols, piUInt64& iResult)
+{
+  piUInt64 iValue = 0;
+  for (; i < iLength; ++i)
+  {
+    unsigned int const iCode = codeOf(pText[i]);
+    unsigned int iDigit;
+    if (Kind == DecimalDigits)
+    {
+      iDigit = iCode - '0';
+    }
+    else if (Kind == UsualDigits)
+    {
+      iDigit = iCode > 0xFF ? static_cast<unsigned int>(NoDigit) : sDigitValues.mValues[iCode];
+    }
+    else
+    {
+      iDigit = digitOf(iCode, iBase, pSymbols);
+    }
+    if (iDigit >= (Kind == DecimalDigits ? 10 : iBase))
+    {
+      break;
+    }
+    iValue = iValue * (Kind == DecimalDigits ? 10 : iBase) + iDigit;
+  }
+  iResult = iValue;
+  return i;
+}
+
 template <class Char>
 long long readWhole(Char const* pText, unsigned int iLength, cNumberConversionFormat const& format, bool isUsual)
 {
@@ -311,23 +507,12 @@ long long readWhole(Char const* pText, unsigned int iLength, cNumberConversionFo
     ++i;
   }
   piUInt64 iResult = 0;
-  for (; i < iLength; ++i)
+  i = !isUsual      ? readDigits<SymbolDigits>(pText, i, iLength, iBase, pSymbols, iResult)
+      : iBase == 10 ? readDigits<DecimalDigits>(pText, i, iLength, iBase, pSymbols, iResult)
+                    : readDigits<UsualDigits>(pText, i, iLength, iBase, pSymbols, iResult);
+  if (i < iLength)
   {
-    unsigned int const iCode = codeOf(pText[i]);
-    unsigned int iDigit;
-    if (isUsual)
-    {
-      iDigit = iCode > 0xFF ? static_cast<unsigned int>(NoDigit) : sDigitValues.mValues[iCode];
-    }
-    else
-    {
-      iDigit = digitOf(iCode, iBase, pSymbols);
-    }
-    if (iDigit >= iBase)
-    {
-      cFailures::throwInvalidDecimal(pText, iLength, i);
-    }
-    iResult = iResult * iBase + iDigit;
+    cFailures::throwInvalidDecimal(pText, iLength, i);
   }
   return static_cast<long long>(isNegative ? 0 - iResult : iResult);
 }

@@ -155,9 +155,14 @@ public:
     {
       resizePool(cArrayMemory::addLengths(end, iSize), false);
     }
+    T* const pPool = mpPool;
     mLength = end + iSize;
-    terminate(mLength);
-    return place(end);
+    if (Terminated)
+    {
+      pPool[end + iSize] = T();
+      return pPool + end;
+    }
+    return pPool == nullptr ? nullptr : pPool + end;
   }
   /// Puts the characters of a zero-terminated text behind the last; null appends nothing.
   template <class U = T, tOnlyForChar<U> = 0>
@@ -181,7 +186,16 @@ public:
   /// Removes the last `count` elements, then fits the pool. Errors: a count above the length is a size out of range.
   void erase(unsigned int count);
   /// Keeps the first `iLength` elements, then fits the pool. Errors: above the length it is a value out of range.
-  void truncate(unsigned int iLength);
+  void truncate(unsigned int iLength)
+  {
+    if (iLength <= mLength && !mFitOnErase && holdsSectorsFor(iLength))
+    {
+      mLength = iLength;
+      terminate(iLength);
+      return;
+    }
+    truncatePool(iLength);
+  }
   /// Removes all elements and gives the pool back, whatever fit on erase says. Nothing happens to an empty array.
   void clear();
   /// Sets every element to `value`.
@@ -299,6 +313,14 @@ private:
     return iCapacity == 0 ? 0 : static_cast<unsigned long long>(iCapacity) + Terminated;
   }
   unsigned int wantedCapacity(unsigned int iSize, bool exact) const;
+  /// Whether the pool has the whole sectors that `iSize` elements want, so that it may stay.
+  bool holdsSectorsFor(unsigned int iSize) const
+  {
+    unsigned int const shift = mGrowStep & 0xFF;
+    unsigned long long const mask = (1ull << (shift & 31)) - 1;
+    return shift < 32 && (((iSize == 0 ? 1 : iSize) + mask) & ~mask) <= mCapacity;
+  }
+  void truncatePool(unsigned int iLength);
   void setCapacity(unsigned int iCapacity);
   void growForOne();
   /// Index of `pData` in the own pool, or a negative number if it points elsewhere.
@@ -452,17 +474,11 @@ void tArray<T, Traits>::erase(unsigned int count)
 }
 
 template <class T, class Traits>
-void tArray<T, Traits>::truncate(unsigned int iLength)
+void tArray<T, Traits>::truncatePool(unsigned int iLength)
 {
   if (iLength > mLength)
   {
     tBounds::throwValueOutOfRange("tArray", "truncate", iLength, mLength);
-  }
-  if (!mFitOnErase && wantedCapacity(iLength, false) <= mCapacity)
-  {
-    mLength = iLength;
-    terminate(iLength);
-    return;
   }
   prepareShorten(iLength);
   shortenTo(iLength);

@@ -11,6 +11,7 @@
 
 #include <cfenv>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -289,6 +290,46 @@ TEST(cNumberConversion, TheLimitsOf64BitsAreWritten)
   EXPECT_EQ(write(std::numeric_limits<long long>::max(), plain(10)), "9223372036854775807");
   EXPECT_EQ(write(std::numeric_limits<unsigned long long>::max(), plain(10)), "18446744073709551615");
   EXPECT_EQ(write(std::numeric_limits<long long>::min(), plain(2)), "-1" + std::string(63, '0'));
+}
+
+TEST(cNumberConversion, HexadecimalNumbersOfEveryLengthAreWrittenInEitherCase)
+{
+  cNumberConversionFormat lower(16);
+  cNumberConversionFormat upper(16);
+  upper.setDigitCase(cNumberConversionFormat::UpperCase);
+  cNumberConversionFormat spelled(16); // upper case, one by one
+  for (unsigned int digit = 10; digit < 36; ++digit)
+  {
+    spelled.setDigitSymbol(digit, upper.digitChar(digit));
+  }
+  unsigned long long const pattern = 0x9ABCDEF01F2E3D4Cull;
+  for (unsigned int shift = 0; shift < 64; ++shift)
+  {
+    unsigned long long const value = pattern >> shift;
+    char expected[2][20];
+    std::snprintf(expected[0], sizeof(expected[0]), "%llx", value);
+    std::snprintf(expected[1], sizeof(expected[1]), "%llX", value);
+    ASSERT_EQ(write(value, lower), expected[0]);
+    ASSERT_EQ(write(value, upper), expected[1]);
+    ASSERT_EQ(write(value, spelled), expected[1]);
+    ASSERT_EQ(write(-static_cast<long long>(value >> 1), lower).front(), value >> 1 == 0 ? '0' : '-');
+  }
+}
+
+TEST(cNumberConversion, DecimalNumbersOfEveryLengthAreWritten)
+{
+  unsigned long long power = 1;
+  for (unsigned int digits = 1; digits <= 20; ++digits)
+  {
+    EXPECT_EQ(write(power, plain(10)), "1" + std::string(digits - 1, '0'));
+    EXPECT_EQ(write(power - 1, plain(10)), digits == 1 ? "0" : std::string(digits - 1, '9'));
+    power *= 10;
+  }
+  for (unsigned int bits = 0; bits < 64; ++bits)
+  {
+    EXPECT_EQ(write(1ull << bits, plain(10)), std::to_string(1ull << bits));
+    EXPECT_EQ(write((1ull << bits) - 1, plain(10)), std::to_string((1ull << bits) - 1));
+  }
 }
 
 TEST(cNumberConversion, TheSignStandsInFrontOfThePadding)
