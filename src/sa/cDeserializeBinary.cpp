@@ -1014,7 +1014,6 @@ private:
   {
     cAbstractContextData* mpTarget; // the open context there, owned
     unsigned int miId;
-    unsigned int miContextEnd;
     unsigned int miOuterEnd;
   };
 
@@ -1036,7 +1035,7 @@ private:
       // Behind the outer context the copy would go back into this one, and each level would double the work.
       cSAExceptions::throwInvalidTypeId(iId);
     }
-    cLevel const level = {nullptr, iId, header.end(), mSource.mEnd};
+    cLevel const level = {nullptr, iId, mSource.mEnd};
     mLevels.append(level);
     char const* pName = nullptr;
     if (header.miNameLength != 0)
@@ -1060,8 +1059,8 @@ private:
     last.mpTarget->release();
     cLevel const level = pop();
     delete level.mpTarget;
+    mSource.mPos = mSource.mEnd;
     mSource.mEnd = level.miOuterEnd;
-    mSource.mPos = level.miContextEnd;
   }
 
   /// Number of the value at the position. Moves behind it.
