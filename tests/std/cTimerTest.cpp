@@ -5,6 +5,7 @@
 #include "pi/cWorkQueue.h"
 #include "pi/schedule.h"
 #include "rmi/cDirectLocalSlotCall0.h"
+#include "rmi/cDirectLocalSlotCall1.h"
 #include "std/cRuntimeException.h"
 #include "support/cAllocationFault.h"
 #include "support/cCaptureOut.h"
@@ -306,6 +307,31 @@ TEST_F(cTimerTest, MayBeDestroyedByItsOwnSlotThatThrows)
     throw mstd::cRuntimeException();
   };
   EXPECT_THROW(pass(10), mstd::cRuntimeException);
+  pass(100);
+  EXPECT_EQ(receiver.count, 1u);
+  EXPECT_EQ(numJobs(), 0u);
+}
+
+TEST_F(cTimerTest, MayBeDestroyedByItsOwnSlotIfAListenerToItsWorkThrows)
+{
+  class cThrower : public mrmi::cConnectable
+  {
+  public:
+    void sltChanged(mpi::cWork*) { throw mstd::cRuntimeException(); }
+  };
+  support::cCaptureOut mute;
+  std::unique_ptr<cTimer> timer(new cTimer(10));
+  cThrower thrower;
+  receiver.listenTo(*timer);
+  receiver.action = [&] {
+    for (auto const& job : mpi::system().wq.jobs())
+    {
+      job->sigChanged.connect(
+          mrmi::cDirectLocalSlotCall1<cThrower, piVoid, mpi::cWork*>(thrower, &cThrower::sltChanged),
+          mrmi::cAbstractSignal::Append);
+    }
+    timer.reset();
+  };
   pass(100);
   EXPECT_EQ(receiver.count, 1u);
   EXPECT_EQ(numJobs(), 0u);

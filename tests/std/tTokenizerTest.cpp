@@ -182,6 +182,20 @@ TEST(tTokenizerModel, AgreesWithThePlainModelWhereTextsStandFarApart)
   }
 }
 
+TEST(tTokenizerModel, AgreesWhereQuotedOccurrencesOfALongTextOverlap)
+{
+  // "b" with a hundred "a" on either side stands at 1 and 102, both times behind the quote, and at 252. Who begins
+  // between the first two steps over the second, and with it over the beginning of the third.
+  std::string const run(100, 'a');
+  std::string const input = "b" + run + "b" + run + "b" + std::string(149, 'a') + "b" + run;
+  std::vector<cPair> contexts(1);
+  contexts[0].add(run + "b" + run, true, 1);
+  contexts[0].add("ab", true, 2);
+  contexts[0].setQuote("b");
+  cRandomText random(1);
+  compare(input, bytes(input), contexts, random);
+}
+
 TEST(tTokenizer, WithoutAContextTheRestIsOneToken)
 {
   tBytes const input("a b=c");
