@@ -38,11 +38,6 @@ void copyText(char* target, char const* source, unsigned int maxLength)
 /// True if the environment asks for `what` at the raising of exceptions.
 bool isWanted(char const* what)
 {
-  // Asking the C library first keeps the heap out of the ordinary case: this may be the moment it is exhausted.
-  if (::getenv("ME") == 0)
-  {
-    return false;
-  }
   try
   {
     return mpi::cPlatform::getEnv("ME") == what;
@@ -50,6 +45,19 @@ bool isWanted(char const* what)
   catch (...)
   {
     return false;
+  }
+}
+
+/// Does what the environment asks for, a dump or a break.
+__attribute__((noinline)) void obeyEnvironment()
+{
+  if (isWanted("dump"))
+  {
+    writeDebugStackTrace("std/cAbstractException", __LINE__);
+  }
+  if (isWanted("break"))
+  {
+    mpi::breakPoint();
   }
 }
 } // namespace
@@ -60,13 +68,10 @@ cAbstractException::cAbstractException(char const* what, Type type, char const* 
   copyText(mSourceFile, file, MaxFileNameLength);
   copyText(mWhat, what, MaxWhatLength);
   piBackTrace(mBackTrace, MaxBackTrace);
-  if (isWanted("dump"))
+  // Asking the C library first keeps the heap out of the ordinary case: this may be the moment it is exhausted.
+  if (__builtin_expect(::getenv("ME") != 0, 0))
   {
-    writeDebugStackTrace("std/cAbstractException", __LINE__);
-  }
-  if (isWanted("break"))
-  {
-    mpi::breakPoint();
+    obeyEnvironment();
   }
 }
 

@@ -4,22 +4,8 @@
 #include "sa/cAbstractSerializer.h"
 #include "std/exceptionMessage.h"
 
-#include <utility>
-
 namespace mstd
 {
-cBugException::cBugException() : cAbstractException("bug", Bug, "unknown", 0) {}
-
-cBugException::cBugException(mucs::cLIMessage const& message, char const* file, unsigned int line)
-    : cAbstractException("bug", Bug, file, line), mMessage(message)
-{
-}
-
-cBugException::cBugException(mucs::cLIMessage&& message, char const* file, unsigned int line)
-    : cAbstractException("bug", Bug, file, line), mMessage(std::move(message))
-{
-}
-
 cBugException::cBugException(cBugException const& other) : cAbstractException(other)
 {
   copyField(mMessage, other.mMessage);

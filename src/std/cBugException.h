@@ -4,17 +4,27 @@
 #include "std/cAbstractException.h"
 #include "ucs/cLIMessage.h"
 
+#include <utility>
+
 namespace mstd
 {
 /// A programming error that the system detected: a broken assertion, an index out of range, a wrong type.
 class MORTISE_API cBugException : public cAbstractException
 {
 public:
+  // Inline, since each call level makes the back trace longer and dearer.
   /// Empty message, file "unknown", line 0.
-  cBugException();
+  cBugException() : cAbstractException("bug", Bug, "unknown", 0) {}
   /// `file` may be null: the place is then left empty.
-  cBugException(mucs::cLIMessage const& message, char const* file, unsigned int line);
-  cBugException(mucs::cLIMessage&& message, char const* file, unsigned int line); ///< Takes the message over.
+  cBugException(mucs::cLIMessage const& message, char const* file, unsigned int line)
+      : cAbstractException("bug", Bug, file, line), mMessage(message)
+  {
+  }
+  /// Takes the message over.
+  cBugException(mucs::cLIMessage&& message, char const* file, unsigned int line)
+      : cAbstractException("bug", Bug, file, line), mMessage(std::move(message))
+  {
+  }
   MORTISE_EXCEPTION(cBugException)
 
   /// Never null.

@@ -2,22 +2,9 @@
 
 #include "sa/cAbstractDeserializer.h"
 #include "sa/cAbstractSerializer.h"
-#include <utility>
 
 namespace mstd
 {
-cRuntimeException::cRuntimeException() : cAbstractException("runtime", Runtime, "unknown", 0) {}
-
-cRuntimeException::cRuntimeException(mucs::cLIMessage const& message, char const* file, unsigned int line)
-    : cAbstractException("runtime", Runtime, file, line), mMessage(message)
-{
-}
-
-cRuntimeException::cRuntimeException(mucs::cLIMessage&& message, char const* file, unsigned int line)
-    : cAbstractException("runtime", Runtime, file, line), mMessage(std::move(message))
-{
-}
-
 cRuntimeException::cRuntimeException(cRuntimeException const& other) : cAbstractException(other)
 {
   copyField(mMessage, other.mMessage);
