@@ -21,6 +21,7 @@ class cQtReceiver : public QObject
 public Q_SLOTS:
   void onCount() { benchmark::DoNotOptimize(++miCount); }
   void onAdd(int iValue) { benchmark::DoNotOptimize(miCount += iValue); }
+  void onScale(int iValue, int iFactor) { benchmark::DoNotOptimize(miCount += iValue * iFactor); }
 
 private:
   int miCount = 0;

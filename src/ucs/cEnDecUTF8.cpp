@@ -393,7 +393,7 @@ tWord countBytes(unsigned int const* pSource, unsigned int iSize)
     // The lanes are emptied long before they can overflow.
     unsigned int iBlocks = static_cast<unsigned int>((pEnd - pSource) / 4);
     iBlocks = iBlocks < 0x100000 ? iBlocks : 0x100000;
-    iCount += iBlocks * 4;
+    iCount += iBlocks * 4ull;
     tWords4 lanes = {};
     for (; iBlocks; --iBlocks, pSource += 4)
     {
