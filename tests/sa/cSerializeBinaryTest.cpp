@@ -617,6 +617,21 @@ TEST(cSerializeBinary, APatchBehindTheEndFillsTheGapWithZeros)
   EXPECT_EQ(written(serializer), madeOf(1) + word(0) + madeOf(7));
 }
 
+TEST(cSerializeBinary, APatchBehindTheEndOfTheCallersArrayExtendsIt)
+{
+  mstd::tArray<char> array;
+  mstd::tArrayRef<char> view(array);
+  cSerializeBinary serializer(view);
+  1 >> serializer;
+  int value = 7;
+  msa::cTypeReference<int> reference(value, true, true);
+  serializer.patch(12, reference);
+  EXPECT_EQ(serializer.currentPos(), 20u);
+  ASSERT_EQ(array.length(), 20u);
+  EXPECT_EQ(support::stringOf(array).substr(0, 8), madeOf(1));
+  EXPECT_EQ(support::stringOf(array).substr(12), madeOf(7));
+}
+
 TEST(cSerializeBinary, APatchThatFailsLeavesThePosition)
 {
   cSerializeBinary serializer;
@@ -819,7 +834,7 @@ TEST(cSerializeBinaryFault, OutOfMemoryLeavesThePositionAtEveryStep)
       EXPECT_EQ(written(serializer), expected) << nth;
     }
   }
-  EXPECT_GE(fired, 3u);
+  EXPECT_GE(fired, support::cAllocationFault::seesMalloc() ? 3u : 2u);
 }
 
 TEST(cSerializeBinaryFault, TheBufferGrowsByWhatIsNeededIfThereIsNoMoreMemory)
