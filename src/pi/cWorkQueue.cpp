@@ -308,7 +308,7 @@ inline void cWorkQueue::fetchAhead(unsigned int index)
     char const* const pWork = reinterpret_cast<char const*>(mTable.slot(index).mpWork);
     for (unsigned int i = 0; i < 4; ++i)
     {
-      __builtin_prefetch(pWork + i * 64, 1);
+      __builtin_prefetch(pWork + static_cast<size_t>(i) * 64, 1);
     }
   }
 }
