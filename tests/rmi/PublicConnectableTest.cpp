@@ -269,8 +269,8 @@ TEST(PublicConnectable, ARemoteSlotComesFromTheStreamAndTheFactory)
   slot.addParameter().set("piInt32", false, false);
   mstd::tArray<char> const bytes = bytesOf(slot);
 
+  cFactory factory; // outlives what it made
   cReceiver receiver;
-  cFactory factory;
   msa::cDeserializeBinary reader((mstd::tConstArrayRef<char>(bytes)));
   mrmi::cPublicSlot& remote = receiver.registerRemoteSlot(reader, factory);
   EXPECT_EQ(&receiver, factory.mpAsked);
@@ -286,8 +286,8 @@ TEST(PublicConnectable, ARemoteSlotThatCannotBeReadIsNotRegistered)
   cReceiver source;
   mstd::tArray<char> bytes = bytesOf(source.registerSlot("open", "r", "p", "d", poke(source, [] {})));
   bytes.truncate(bytes.length() - 1);
+  cFactory factory; // outlives what it made
   cReceiver receiver;
-  cFactory factory;
   msa::cDeserializeBinary reader((mstd::tConstArrayRef<char>(bytes)));
   support::cCaptureOut mute;
   EXPECT_THROW(receiver.registerRemoteSlot(reader, factory), mstd::cAbstractException);
@@ -313,9 +313,9 @@ TEST(PublicConnectable, ARemoteSignalComesFromTheStreamAndTheFactory)
   cReceiver source;
   mrmi::localSignal0<piVoid> signal;
   mstd::tArray<char> const bytes = bytesOf(source.registerSignal("sig", "r", "p", 9, "d", signal));
+  cFactory factory;
   cReceiver receiver;
   receiver.setIndex(1234);
-  cFactory factory;
   msa::cDeserializeBinary reader((mstd::tConstArrayRef<char>(bytes)));
   mrmi::cPublicSignal& remote = receiver.registerRemoteSignal(reader, factory);
   EXPECT_EQ(1234u, factory.miAsked);
@@ -331,8 +331,8 @@ TEST(PublicConnectable, ARemoteSignalComesFromTheStreamAndTheFactory)
 
 TEST(PublicConnectable, AFactoryThatMakesNothingIsAnAssertionFailure)
 {
+  cFactory factory; // outlives what it made
   cReceiver receiver;
-  cFactory factory;
   factory.mbMakes = false;
   msa::cDeserializeBinary reader;
   support::cCaptureOut mute;
