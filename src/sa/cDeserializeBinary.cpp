@@ -778,6 +778,16 @@ void cDeserializeBinary::rewind()
 
 bool cDeserializeBinary::eoc() const
 {
+  if (eocMayBeLabels())
+  {
+    return true;
+  }
+  return wordAt(mPos) == cIds::Label && onlyLabels();
+}
+
+/// Whether there is nothing but labels up to the end of the context.
+bool cDeserializeBinary::onlyLabels() const
+{
   unsigned int iPos = mPos;
   while (!eocMayBeLabels(iPos))
   {

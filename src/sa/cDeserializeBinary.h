@@ -127,6 +127,7 @@ private:
   bool tryHeader(cHeader& header) const;
   mstd::cAsciiString nameOf(cHeader const& header) const;
   bool isNamed(cHeader const& header, char const* pTypeName) const;
+  bool onlyLabels() const;
   void skip(unsigned int iId);
   void skipContext(unsigned int iId);
   void skipFixed();
