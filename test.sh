@@ -21,7 +21,7 @@ case "$mode" in
 esac
 
 jobs=$(nproc)
-packages="$build_packages libgtest-dev libgmock-dev pkg-config python3 python3-dateutil git graphviz gdb"
+packages="$build_packages libgtest-dev libgmock-dev pkg-config python3 python3-dateutil git graphviz gdb groff-base"
 case "$mode" in
   --all) packages="$packages g++-arm-linux-gnueabihf qemu-user googletest clang clang-tidy clang-format libclang-rt-14-dev llvm doxygen" ;;
   --coverage) packages="$packages gcovr" ;;

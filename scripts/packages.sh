@@ -24,5 +24,5 @@ install_packages() {
   }
 }
 
-# What a build of the library itself needs.
-build_packages="cmake ninja-build g++ libiberty-dev"
+# What a build of the library and its tool needs.
+build_packages="cmake ninja-build g++ libiberty-dev libcli11-dev"

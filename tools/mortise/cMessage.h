@@ -1,0 +1,21 @@
+#ifndef MORTISE_TOOLS_CMESSAGE_H
+#define MORTISE_TOOLS_CMESSAGE_H
+
+#include <string>
+
+namespace mstd
+{
+class cAbstractException;
+}
+
+/// Texts for people.
+class cMessage
+{
+public:
+  /// The message of an exception, in one line of UTF-8.
+  static std::string of(mstd::cAbstractException const& e);
+  /// The text with "?" for every byte that could steer a terminal. Line feeds stay.
+  static std::string harmless(std::string text);
+};
+
+#endif
