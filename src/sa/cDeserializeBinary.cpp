@@ -1,6 +1,5 @@
 #include "sa/cDeserializeBinary.h"
 
-#include "pi/piByteOrder.h"
 #include "sa/cAbstractContextData.h"
 #include "sa/cSAExceptions.h"
 #include "sa/cSBinaryLoadContextData.h"
@@ -18,6 +17,10 @@ namespace
 
 typedef cSerializeBinaryShared cIds;
 
+using binary::doubleOf;
+using binary::get32;
+using binary::getNumber;
+
 unsigned int const IdSize = 4;
 unsigned int const MaxPos = 0xFFFFFFFFu;
 /// From the id of a length value to the content of a context without a name.
@@ -26,45 +29,6 @@ unsigned int const LengthAndFlag = 16;
 /// Size of the payload of the ids that have one of a fixed size, 0 for the others.
 unsigned char const fixedSizes[] = {0, 0, 1, 1, 4, 4, 8, 8, 4, 8, 0, 0, 0, 0, 0, 0, 0, 2, 2};
 unsigned int const LastId = cIds::Int16;
-
-unsigned int get32(char const* p)
-{
-  piUInt32 iWire;
-  memcpy(&iWire, p, sizeof(iWire));
-  return mpi::littleEndianToPlatformType32(iWire);
-}
-
-inline unsigned long long getNumber(char const* p, unsigned int iSize)
-{
-  if (iSize == 4)
-  {
-    return get32(p);
-  }
-  if (iSize == 8)
-  {
-    piUInt64 iWire;
-    memcpy(&iWire, p, sizeof(iWire));
-    return mpi::littleEndianToPlatformType64(iWire);
-  }
-  if (iSize == 2)
-  {
-    piUInt16 iWire;
-    memcpy(&iWire, p, sizeof(iWire));
-    return mpi::littleEndianToPlatformType16(iWire);
-  }
-  return static_cast<unsigned char>(*p);
-}
-
-double doubleOf(unsigned long long iBits)
-{
-#if defined(__FLOAT_WORD_ORDER__) && __FLOAT_WORD_ORDER__ != __BYTE_ORDER__
-  iBits = iBits << 32 | iBits >> 32;
-#endif
-  double dValue;
-  static_assert(sizeof(iBits) == sizeof(dValue), "doubles travel as their image of 64 bits");
-  memcpy(&dValue, &iBits, sizeof(dValue));
-  return dValue;
-}
 
 /// `iPos + iCount`, or the largest position, which no data reaches beyond.
 unsigned int advance(unsigned int iPos, unsigned long long iCount)
@@ -94,23 +58,55 @@ bool isLikeFresh(mucs::cString const& text, unsigned int iLength)
   return text.capacity() - iLength < 4 && text.capacity() % 4 == 0 && text.growStep() == 2 && !text.fitOnErase();
 }
 
-/// Whether every byte is a character of its own, and none is 0, which the decoder refuses.
-bool isNarrow(char const* p, unsigned int iSize)
+bool isContinuation(char c)
 {
-  unsigned int iOther = 0;
-  for (unsigned int i = 0; i < iSize; ++i)
-  {
-    unsigned int const iByte = static_cast<unsigned char>(p[i]);
-    iOther |= (iByte - 1u) | iByte;
-  }
-  return (iOther & ~0x7Fu) == 0;
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
 }
 
-void widen(unsigned int* pChars, char const* p, unsigned int iCount)
+/// Number of the characters if they all take one to three bytes, as they ought to, which most do; else 0. The decoder
+/// refuses a character 0 and takes what is not quite right, so it gets all other texts.
+unsigned int countChars(char const* p, unsigned int iSize)
+{
+  unsigned int iCount = 0;
+  for (unsigned int i = 0; i < iSize; ++iCount)
+  {
+    unsigned int const c = static_cast<unsigned char>(p[i]);
+    if (c - 1 < 0x7F)
+    {
+      ++i;
+    }
+    else if (c >= 0xC2 && c < 0xE0 && iSize - i >= 2 && isContinuation(p[i + 1]))
+    {
+      i += 2;
+    }
+    else if (c > 0xE0 && c < 0xF0 && iSize - i >= 3 && isContinuation(p[i + 1]) && isContinuation(p[i + 2]))
+    {
+      i += 3;
+    }
+    else
+    {
+      return 0;
+    }
+  }
+  return iCount;
+}
+
+/// Decodes as many characters as countChars() has found.
+void decodeChars(unsigned int* pChars, char const* p, unsigned int iCount)
 {
   for (unsigned int i = 0; i < iCount; ++i)
   {
-    pChars[i] = static_cast<unsigned char>(p[i]);
+    unsigned int c = static_cast<unsigned char>(*p++);
+    if (c >= 0xE0)
+    {
+      c = (c & 0x0F) << 12 | (p[0] & 0x3Fu) << 6 | (p[1] & 0x3Fu);
+      p += 2;
+    }
+    else if (c >= 0x80)
+    {
+      c = (c & 0x1F) << 6 | (*p++ & 0x3Fu);
+    }
+    pChars[i] = c;
   }
 }
 
@@ -238,17 +234,6 @@ void cDeserializeBinary::updateEnd()
 
 // --- bytes -----------------------------------------------------------------------------------------------------------
 
-/// All bytes of the view, or null if they are not at hand: in something else than an array, or in an array that has
-/// become shorter than the view.
-inline char const* cDeserializeBinary::physical() const
-{
-  if (__builtin_expect(mpArray == nullptr || mpArray->length() < mArrayEnd, 0))
-  {
-    return nullptr;
-  }
-  return mpArray->data(true) + mArrayStart;
-}
-
 void cDeserializeBinary::checkRange(unsigned int iPos, unsigned long long iSize) const
 {
   unsigned int const iCut = iSize > MaxPos ? MaxPos : static_cast<unsigned int>(iSize);
@@ -341,22 +326,26 @@ void cDeserializeBinary::stringAt(unsigned int& iPos, unsigned int iId, mucs::cS
   checkRange(iStart, iSize);
   unsigned int const iEnd = iStart + static_cast<unsigned int>(iSize);
   char const* const pBytes = physical();
+  unsigned int iChars = iCount; // to be made here; 0 if the decoder has to
+  if (iId != cIds::String)
+  {
+    iChars = pBytes != nullptr ? countChars(pBytes + iStart, iCount) : 0;
+  }
   if (iCount == 0)
   {
     empty(sText);
   }
-  else if (pBytes != nullptr && (iCount <= sText.capacity() || sText.empty()) &&
-           (iId == cIds::String || isNarrow(pBytes + iStart, iCount)))
+  else if (pBytes != nullptr && iChars != 0 && (iChars <= sText.capacity() || sText.empty()))
   {
     empty(sText);
-    unsigned int* const pChars = sText.extend(iCount);
+    unsigned int* const pChars = sText.extend(iChars);
     if (iId == cIds::String)
     {
-      getChars(pChars, pBytes + iStart, iCount);
+      getChars(pChars, pBytes + iStart, iChars);
     }
     else
     {
-      widen(pChars, pBytes + iStart, iCount);
+      decodeChars(pChars, pBytes + iStart, iChars);
     }
   }
   else
@@ -440,99 +429,15 @@ unsigned int cDeserializeBinary::expectTypeId(PrivatedTypeIDs eId)
 
 // --- numbers ---------------------------------------------------------------------------------------------------------
 
-/// The short way to a number that comes next. False, without any effect, if it does not apply.
-template <unsigned int PayloadSize>
-inline bool cDeserializeBinary::tryNumber(PrivatedTypeIDs eId, unsigned long long& iPayload)
-{
-  char const* const pBytes = physical();
-  unsigned int const iPos = mPos;
-  if (__builtin_expect(pBytes == nullptr || iPos >= mEnd || mLength - iPos < IdSize + PayloadSize, 0))
-  {
-    return false;
-  }
-  if (__builtin_expect(get32(pBytes + iPos) != eId, 0))
-  {
-    return false;
-  }
-  mPos = iPos + IdSize + PayloadSize;
-  iPayload = getNumber(pBytes + iPos + IdSize, PayloadSize);
-  return true;
-}
-
-template <unsigned int PayloadSize, class T>
-inline void cDeserializeBinary::loadNumber(PrivatedTypeIDs eId, T& iValue)
-{
-  unsigned long long iPayload = 0;
-  if (__builtin_expect(tryNumber<PayloadSize>(eId, iPayload), 1))
-  {
-    iValue = static_cast<T>(iPayload);
-    return;
-  }
-  loadNumberSlow<PayloadSize>(eId, iValue);
-}
-
-template <unsigned int PayloadSize, class T>
-__attribute__((noinline)) void cDeserializeBinary::loadNumberSlow(PrivatedTypeIDs eId, T& iValue)
+/// With labels in front, or elsewhere than in an array, or not there.
+unsigned long long cDeserializeBinary::loadNumberSlow(PrivatedTypeIDs eId, unsigned int iSize)
 {
   cPosGuard guard(mPos);
   expectTypeId(eId);
-  iValue = static_cast<T>(numberAt(mPos, PayloadSize));
-  mPos += PayloadSize;
+  unsigned long long const iPayload = numberAt(mPos, iSize);
+  mPos += iSize;
   guard.commit();
-}
-
-void cDeserializeBinary::load(signed char& iValue)
-{
-  loadNumber<1>(cIds::Char, iValue);
-}
-
-void cDeserializeBinary::load(unsigned char& iValue)
-{
-  loadNumber<1>(cIds::UChar, iValue);
-}
-
-void cDeserializeBinary::load(unsigned short& iValue)
-{
-  loadNumber<2>(cIds::UInt16, iValue);
-}
-
-void cDeserializeBinary::load(short& iValue)
-{
-  loadNumber<2>(cIds::Int16, iValue);
-}
-
-void cDeserializeBinary::load(unsigned int& iValue)
-{
-  loadNumber<4>(cIds::UInt32, iValue);
-}
-
-void cDeserializeBinary::load(int& iValue)
-{
-  loadNumber<4>(cIds::Int32, iValue);
-}
-
-void cDeserializeBinary::load(unsigned long long& iValue)
-{
-  loadNumber<8>(cIds::UInt64, iValue);
-}
-
-void cDeserializeBinary::load(long long& iValue)
-{
-  loadNumber<8>(cIds::Int64, iValue);
-}
-
-void cDeserializeBinary::load(bool& bValue)
-{
-  unsigned int iWord = 0;
-  loadNumber<4>(cIds::Bool, iWord);
-  bValue = iWord != 0;
-}
-
-void cDeserializeBinary::load(double& dValue)
-{
-  unsigned long long iBits = 0;
-  loadNumber<8>(cIds::Double, iBits);
-  dValue = doubleOf(iBits);
+  return iPayload;
 }
 
 // --- texts and blocks ------------------------------------------------------------------------------------------------
@@ -869,7 +774,7 @@ void cDeserializeBinary::skipContext(unsigned int iId)
   header.miId = iId;
   header.miLengthPos = mPos;
   header.miLength = loadLength(iId);
-  header.miContentPos = advance(mPos, 2 * IdSize);
+  header.miContentPos = advance(mPos, 2ull * IdSize);
   if (header.miContentPos <= mLength && mLength - header.miContentPos >= 2 * IdSize && wordAt(mPos) == cIds::Bool &&
       wordAt(mPos + IdSize) != 0 && wordAt(header.miContentPos) == cIds::AsciiString)
   {

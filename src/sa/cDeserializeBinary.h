@@ -1,6 +1,7 @@
 #ifndef MORTISE_SA_CDESERIALIZEBINARY_H
 #define MORTISE_SA_CDESERIALIZEBINARY_H
 
+#include "sa/binaryNumber.h"
 #include "sa/cAbstractDeserializer.h"
 #include "sa/cSerializeBinaryShared.h"
 #include "std/cAsciiString.h"
@@ -44,17 +45,27 @@ public:
   void setData(mstd::tConstArrayRef<char> const& data);
 
   void loadBlock(mstd::tArray<char>& data) override;
-  void load(signed char& iValue) override;
-  void load(unsigned char& iValue) override;
-  void load(unsigned short& iValue) override;
-  void load(short& iValue) override;
-  void load(unsigned int& iValue) override;
-  void load(int& iValue) override;
-  void load(unsigned long long& iValue) override;
-  void load(long long& iValue) override;
+  void load(signed char& iValue) override { loadNumber<1>(cSerializeBinaryShared::Char, iValue); }
+  void load(unsigned char& iValue) override { loadNumber<1>(cSerializeBinaryShared::UChar, iValue); }
+  void load(unsigned short& iValue) override { loadNumber<2>(cSerializeBinaryShared::UInt16, iValue); }
+  void load(short& iValue) override { loadNumber<2>(cSerializeBinaryShared::Int16, iValue); }
+  void load(unsigned int& iValue) override { loadNumber<4>(cSerializeBinaryShared::UInt32, iValue); }
+  void load(int& iValue) override { loadNumber<4>(cSerializeBinaryShared::Int32, iValue); }
+  void load(unsigned long long& iValue) override { loadNumber<8>(cSerializeBinaryShared::UInt64, iValue); }
+  void load(long long& iValue) override { loadNumber<8>(cSerializeBinaryShared::Int64, iValue); }
   /// Whatever is not 0 is true.
-  void load(bool& bValue) override;
-  void load(double& dValue) override;
+  void load(bool& bValue) override
+  {
+    unsigned int iWord = 0;
+    loadNumber<4>(cSerializeBinaryShared::Bool, iWord);
+    bValue = iWord != 0;
+  }
+  void load(double& dValue) override
+  {
+    unsigned long long iBits = 0;
+    loadNumber<8>(cSerializeBinaryShared::Double, iBits);
+    dValue = binary::doubleOf(iBits);
+  }
   void load(mstd::cAsciiString& sValue) override;
   /// Takes both forms.
   void load(mucs::cString& sValue) override;
@@ -106,7 +117,16 @@ private:
   class cCopy;
   struct cHeader;
 
-  char const* physical() const;
+  /// All bytes of the view, or null if they are not at hand: in something else than an array, or in an array that has
+  /// become shorter than the view.
+  char const* physical() const
+  {
+    if (__builtin_expect(mpArray == nullptr || mpArray->length() < mArrayEnd, 0))
+    {
+      return nullptr;
+    }
+    return mpArray->data(true) + mArrayStart;
+  }
   void checkRange(unsigned int iPos, unsigned long long iSize) const;
   void copy(unsigned int iPos, char* pTarget, unsigned int iSize) const;
   unsigned long long numberAt(unsigned int iPos, unsigned int iSize) const;
@@ -116,12 +136,24 @@ private:
   void stringAt(unsigned int& iPos, unsigned int iId, mucs::cString& sText) const;
   unsigned int nextId();
   void passLabel();
-  template <unsigned int PayloadSize>
-  bool tryNumber(PrivatedTypeIDs eId, unsigned long long& iPayload);
   template <unsigned int PayloadSize, class T>
-  void loadNumber(PrivatedTypeIDs eId, T& iValue);
-  template <unsigned int PayloadSize, class T>
-  void loadNumberSlow(PrivatedTypeIDs eId, T& iValue);
+  void loadNumber(PrivatedTypeIDs eId, T& iValue)
+  {
+    unsigned int const iSize = 4 + PayloadSize;
+    char const* p = physical();
+    if (__builtin_expect(p != nullptr && mPos < mEnd && mLength - mPos >= iSize, 1))
+    {
+      p += mPos;
+      if (__builtin_expect(binary::get32(p) == eId, 1))
+      {
+        mPos += iSize;
+        iValue = static_cast<T>(binary::getNumber(p + 4, PayloadSize));
+        return;
+      }
+    }
+    iValue = static_cast<T>(loadNumberSlow(eId, PayloadSize));
+  }
+  unsigned long long loadNumberSlow(PrivatedTypeIDs eId, unsigned int iSize);
   unsigned int loadLength(unsigned int iId);
   void readHeader(cHeader& header);
   bool tryHeader(cHeader& header) const;
@@ -148,6 +180,14 @@ private:
   unsigned int mLength; // of the view
   unsigned int mEnd;    // of the current context or of the data, whichever comes first
 };
+
+/// The same as for any deserializer, without the virtual call: for those who read much.
+template <class T, typename std::enable_if<tIsStreamed<T>::value, int>::type = 0>
+inline cDeserializeBinary& operator<<(T& value, cDeserializeBinary& deserializer)
+{
+  deserializer.load(value);
+  return deserializer;
+}
 
 } // namespace msa
 

@@ -4,7 +4,6 @@
 #include "sa/cAbstractTypeReference.h"
 #include "sa/cSAExceptions.h"
 #include "sa/cSBinaryStoreContextData.h"
-#include "sa/cSerializeBinaryShared.h"
 #include "std/cAsciiString.h"
 #include "ucs/cEnDecUTF8.h"
 #include "ucs/cString.h"
@@ -19,6 +18,9 @@ namespace
 
 typedef cSerializeBinaryShared cIds;
 
+using binary::put32;
+using binary::put64;
+
 /// Own buffers grow in sectors of 2^18 bytes.
 unsigned int const OwnGrowStep = 18;
 unsigned int const MaxLength = 0xFFFFFFFFu;
@@ -27,27 +29,6 @@ unsigned int const TextHead = 8;
 /// Id, length and flag of a context.
 unsigned int const ContextHead = 20;
 
-char* put16(char* p, unsigned int iValue)
-{
-  piUInt16 const iWire = mpi::platformTypeToLittleEndian16(static_cast<piUInt16>(iValue));
-  memcpy(p, &iWire, sizeof(iWire));
-  return p + sizeof(iWire);
-}
-
-char* put32(char* p, unsigned int iValue)
-{
-  piUInt32 const iWire = mpi::platformTypeToLittleEndian32(iValue);
-  memcpy(p, &iWire, sizeof(iWire));
-  return p + sizeof(iWire);
-}
-
-char* put64(char* p, unsigned long long iValue)
-{
-  piUInt64 const iWire = mpi::platformTypeToLittleEndian64(iValue);
-  memcpy(p, &iWire, sizeof(iWire));
-  return p + sizeof(iWire);
-}
-
 char* putBytes(char* p, char const* pBytes, unsigned int iSize)
 {
   if (iSize != 0)
@@ -55,40 +36,6 @@ char* putBytes(char* p, char const* pBytes, unsigned int iSize)
     memcpy(p, pBytes, iSize);
   }
   return p + iSize;
-}
-
-template <unsigned int PayloadSize>
-void putNumber(char* p, unsigned int iId, unsigned long long iPayload)
-{
-  if (PayloadSize == 4)
-  {
-    put64(p, iId | iPayload << 32); // one store
-    return;
-  }
-  p = put32(p, iId);
-  if (PayloadSize == 1)
-  {
-    *p = static_cast<char>(iPayload);
-  }
-  else if (PayloadSize == 2)
-  {
-    put16(p, static_cast<unsigned int>(iPayload));
-  }
-  else
-  {
-    put64(p, iPayload);
-  }
-}
-
-unsigned long long bitsOf(double dValue)
-{
-  unsigned long long iBits;
-  static_assert(sizeof(iBits) == sizeof(dValue), "doubles travel as their image of 64 bits");
-  memcpy(&iBits, &dValue, sizeof(iBits));
-#if defined(__FLOAT_WORD_ORDER__) && __FLOAT_WORD_ORDER__ != __BYTE_ORDER__
-  iBits = iBits << 32 | iBits >> 32;
-#endif
-  return iBits;
 }
 
 } // namespace
@@ -112,16 +59,6 @@ cSerializeBinary::~cSerializeBinary()
   {
     mpContext->close();
   }
-}
-
-inline char* cSerializeBinary::room(unsigned int iSize)
-{
-  unsigned int const iLength = mOwnData.length();
-  if (__builtin_expect(mPos <= iLength && iLength - mPos >= iSize && mOwn, 1))
-  {
-    return mOwnData.data(true) + mPos;
-  }
-  return nullptr;
 }
 
 char* cSerializeBinary::makeRoom(unsigned long long iSize)
@@ -152,22 +89,6 @@ char* cSerializeBinary::makeRoom(unsigned long long iSize)
     mOwnData.extend(mOwnData.capacity() - mOwnData.length());
   }
   return mOwnData.data(true) + mPos;
-}
-
-template <unsigned int PayloadSize>
-inline void cSerializeBinary::storeNumber(unsigned int iId, unsigned long long iPayload)
-{
-  unsigned int const iSize = sizeof(piUInt32) + PayloadSize;
-  char* const p = room(iSize);
-  if (__builtin_expect(p != nullptr, 1))
-  {
-    putNumber<PayloadSize>(p, iId, iPayload);
-    mPos += iSize;
-    return;
-  }
-  char bytes[iSize];
-  putNumber<PayloadSize>(bytes, iId, iPayload);
-  storeBytes(bytes, iSize);
 }
 
 void cSerializeBinary::storeBytes(char const* pData, unsigned int iSize)
@@ -283,56 +204,6 @@ void cSerializeBinary::storeBlock(char const* pData, unsigned int iSize)
   guard.commit();
 }
 
-void cSerializeBinary::store(unsigned char iValue)
-{
-  storeNumber<1>(cIds::UChar, iValue);
-}
-
-void cSerializeBinary::store(signed char iValue)
-{
-  storeNumber<1>(cIds::Char, static_cast<unsigned char>(iValue));
-}
-
-void cSerializeBinary::store(unsigned short iValue)
-{
-  storeNumber<2>(cIds::UInt16, iValue);
-}
-
-void cSerializeBinary::store(short iValue)
-{
-  storeNumber<2>(cIds::Int16, static_cast<unsigned short>(iValue));
-}
-
-void cSerializeBinary::store(unsigned int iValue)
-{
-  storeNumber<4>(cIds::UInt32, iValue);
-}
-
-void cSerializeBinary::store(int iValue)
-{
-  storeNumber<4>(cIds::Int32, static_cast<unsigned int>(iValue));
-}
-
-void cSerializeBinary::store(unsigned long long iValue)
-{
-  storeNumber<8>(cIds::UInt64, iValue);
-}
-
-void cSerializeBinary::store(long long iValue)
-{
-  storeNumber<8>(cIds::Int64, static_cast<unsigned long long>(iValue));
-}
-
-void cSerializeBinary::store(bool bValue)
-{
-  storeNumber<4>(cIds::Bool, bValue ? 1 : 0);
-}
-
-void cSerializeBinary::store(double dValue)
-{
-  storeNumber<8>(cIds::Double, bitsOf(dValue));
-}
-
 void cSerializeBinary::store(mstd::cAsciiString const& sValue)
 {
   storeText(cIds::AsciiString, sValue.length(), sValue.c_str(), sValue.length());
@@ -354,7 +225,7 @@ void cSerializeBinary::store(mucs::cString const& sValue)
     storeText(cIds::String, text.length(), reinterpret_cast<char const*>(text.data(true)),
               static_cast<unsigned long long>(text.length()) * sizeof(piUInt32));
   }
-  else if (mStringStoreMode == StoreUTF8 && !storeNarrow(sValue))
+  else if (mStringStoreMode == StoreUTF8 && !storeUTF8(sValue))
   {
     mstd::tArray<char> bytes;
     mucs::cEnDecUTF8().encode(sValue, bytes);
@@ -362,28 +233,44 @@ void cSerializeBinary::store(mucs::cString const& sValue)
   }
 }
 
-/// The short way for a text whose characters are one byte each, which most are. False if it does not apply.
-bool cSerializeBinary::storeNarrow(mucs::cString const& sValue)
+/// The short way for a text whose characters take up to three bytes, which most do, while the buffer has room. False
+/// if it does not apply.
+bool cSerializeBinary::storeUTF8(mucs::cString const& sValue)
 {
   unsigned int const iLength = sValue.length();
-  unsigned int const* const pChars = sValue.data(true);
-  unsigned int iOther = 0;
-  for (unsigned int i = 0; i < iLength; ++i)
-  {
-    iOther |= (pChars[i] - 1u) & ~0x7Fu;
-    iOther |= pChars[i] & ~0x7Fu;
-  }
-  char* p = iOther == 0 && iLength <= MaxLength - TextHead ? room(TextHead + iLength) : nullptr;
-  if (p == nullptr)
+  char* const pHead = iLength < MaxLength / 8 ? room(TextHead + 3 * iLength) : nullptr;
+  if (pHead == nullptr)
   {
     return false;
   }
-  p = put32(put32(p, cIds::StringUTF8), iLength);
+  unsigned int const* const pChars = sValue.data(true);
+  char* p = pHead + TextHead;
   for (unsigned int i = 0; i < iLength; ++i)
   {
-    p[i] = static_cast<char>(pChars[i]);
+    unsigned int const c = pChars[i];
+    if (c >= 0x10000)
+    {
+      return false;
+    }
+    if (c < 0x80)
+    {
+      *p++ = static_cast<char>(c);
+      continue;
+    }
+    if (c < 0x800)
+    {
+      *p++ = static_cast<char>(0xC0 | c >> 6);
+    }
+    else
+    {
+      *p++ = static_cast<char>(0xE0 | c >> 12);
+      *p++ = static_cast<char>(0x80 | (c >> 6 & 0x3F));
+    }
+    *p++ = static_cast<char>(0x80 | (c & 0x3F));
   }
-  mPos += TextHead + iLength;
+  unsigned int const iSize = static_cast<unsigned int>(p - pHead);
+  put32(put32(pHead, cIds::StringUTF8), iSize - TextHead);
+  mPos += iSize;
   return true;
 }
 

@@ -1,7 +1,9 @@
 #ifndef MORTISE_SA_CSERIALIZEBINARY_H
 #define MORTISE_SA_CSERIALIZEBINARY_H
 
+#include "sa/binaryNumber.h"
 #include "sa/cAbstractSerializer.h"
+#include "sa/cSerializeBinaryShared.h"
 #include "std/tArray.h"
 #include "std/tArrayRef.h"
 
@@ -41,16 +43,25 @@ public:
 
   // Both a null pointer and a size: then the size is written, but no bytes.
   void storeBlock(char const* pData, unsigned int iSize) override;
-  void store(unsigned char iValue) override;
-  void store(signed char iValue) override;
-  void store(unsigned short iValue) override;
-  void store(short iValue) override;
-  void store(unsigned int iValue) override;
-  void store(int iValue) override;
-  void store(unsigned long long iValue) override;
-  void store(long long iValue) override;
-  void store(bool bValue) override;
-  void store(double dValue) override;
+  void store(unsigned char iValue) override { storeNumber<1>(cSerializeBinaryShared::UChar, iValue); }
+  void store(signed char iValue) override
+  {
+    storeNumber<1>(cSerializeBinaryShared::Char, static_cast<unsigned char>(iValue));
+  }
+  void store(unsigned short iValue) override { storeNumber<2>(cSerializeBinaryShared::UInt16, iValue); }
+  void store(short iValue) override
+  {
+    storeNumber<2>(cSerializeBinaryShared::Int16, static_cast<unsigned short>(iValue));
+  }
+  void store(unsigned int iValue) override { storeNumber<4>(cSerializeBinaryShared::UInt32, iValue); }
+  void store(int iValue) override { storeNumber<4>(cSerializeBinaryShared::Int32, static_cast<unsigned int>(iValue)); }
+  void store(unsigned long long iValue) override { storeNumber<8>(cSerializeBinaryShared::UInt64, iValue); }
+  void store(long long iValue) override
+  {
+    storeNumber<8>(cSerializeBinaryShared::Int64, static_cast<unsigned long long>(iValue));
+  }
+  void store(bool bValue) override { storeNumber<4>(cSerializeBinaryShared::Bool, bValue ? 1 : 0); }
+  void store(double dValue) override { storeNumber<8>(cSerializeBinaryShared::Double, binary::bitsOf(dValue)); }
   void store(mstd::cAsciiString const& sValue) override;
   /// Nothing is written in a mode that is none of StringStoreMode.
   void store(mucs::cString const& sValue) override;
@@ -106,16 +117,37 @@ private:
   };
 
   /// Where the next `iSize` bytes of the own buffer are, or null if it has no room for them.
-  char* room(unsigned int iSize);
+  char* room(unsigned int iSize)
+  {
+    unsigned int const iLength = mOwnData.length();
+    if (__builtin_expect(mPos <= iLength && iLength - mPos >= iSize && mOwn, 1))
+    {
+      return mOwnData.data(true) + mPos;
+    }
+    return nullptr;
+  }
   /// The same after giving it room. Null if the bytes go to a caller's array.
   char* makeRoom(unsigned long long iSize);
   template <unsigned int PayloadSize>
-  void storeNumber(unsigned int iId, unsigned long long iPayload);
+  void storeNumber(unsigned int iId, unsigned long long iPayload)
+  {
+    unsigned int const iSize = 4 + PayloadSize;
+    char* const p = room(iSize);
+    if (__builtin_expect(p != nullptr, 1))
+    {
+      binary::putNumber<PayloadSize>(p, iId, iPayload);
+      mPos += iSize;
+      return;
+    }
+    char bytes[iSize];
+    binary::putNumber<PayloadSize>(bytes, iId, iPayload);
+    storeBytes(bytes, iSize);
+  }
   void storeText(unsigned int iId, unsigned int iCount, char const* pBytes, unsigned long long iSize);
   void storeHead(char const* pData, unsigned int iSize);
   void storeBytes(char const* pData, unsigned int iSize);
   void storeForeign(char const* pData, unsigned int iSize);
-  bool storeNarrow(mucs::cString const& sValue);
+  bool storeUTF8(mucs::cString const& sValue);
   bool isOwn(char const* pData) const;
   unsigned int finishContext(cSBinaryStoreContextData const& context);
   void setPos(unsigned int iPos);
@@ -129,6 +161,14 @@ private:
   StringStoreMode mStringStoreMode;
   bool mOwn; // writes to mOwnData
 };
+
+/// The same as for any serializer, without the virtual call: for those who write much.
+template <class T, typename std::enable_if<tIsStreamed<T>::value, int>::type = 0>
+inline cSerializeBinary& operator>>(T const& value, cSerializeBinary& serializer)
+{
+  serializer.store(value);
+  return serializer;
+}
 
 } // namespace msa
 

@@ -214,6 +214,20 @@ TEST(cDeserializeBinary, WithoutDataEverythingIsAtItsEnd)
   EXPECT_EQ(reader.currentPos(), 0u);
 }
 
+TEST(cDeserializeBinary, ReadingThroughTheInterfaceIsTheSame)
+{
+  cSource reader(number(1) + number(2) + word(8) + word(7));
+  msa::cAbstractDeserializer& abstract = *reader;
+  int first = 0;
+  int second = 0;
+  bool flag = false;
+  second << (first << *reader);
+  flag << abstract;
+  EXPECT_EQ(first, 1);
+  EXPECT_EQ(second, 2);
+  EXPECT_TRUE(flag);
+}
+
 TEST(cDeserializeBinary, TakesAnArrayOver)
 {
   mstd::tAutoPtr<mstd::tArray<char>> data(new mstd::tArray<char>(support::arrayOf(number(7))));
@@ -330,6 +344,54 @@ TEST_P(InArrayAndElsewhere, ReadingIntoTheSameTextAgainAndAgainWorks)
     reader->load(wide);
     EXPECT_EQ(support::toString(ascii), std::string((i * 7) % 40, 'x'));
     EXPECT_EQ(support::toString(wide), std::string(i % 9, 'y'));
+  }
+}
+
+TEST_P(InArrayAndElsewhere, EveryCharacterComesBackFromUTF8)
+{
+  for (unsigned int const at :
+       {1u, 0x7Fu, 0x80u, 0x7FFu, 0x800u, 0xFFFu, 0x1000u, 0xD800u, 0xFFFFu, 0x10000u, 0x30D3Fu})
+  {
+    unsigned int const chars[] = {'a', at, 'z', at};
+    mucs::cString text;
+    text.append(chars, 4);
+    cSerializeBinary serializer;
+    serializer.setStringStoreMode(cSerializeBinary::StoreUTF8);
+    serializer.store(text);
+    serializer.store(1);
+    serializer.rewind();
+    serializer.store(text); // the buffer has room now
+    serializer.store(1);
+    std::string const stream = support::written(serializer);
+    mstd::tArray<char> const utf8 = text.toUTF8();
+    EXPECT_EQ(stream, word(16) + word(utf8.length()) + support::stringOf(utf8) + number(1)) << at;
+    cSource reader(source(stream));
+    EXPECT_EQ(charsOf(*reader), std::vector<unsigned int>(chars, chars + 4)) << at;
+    EXPECT_EQ(loaded<int>(*reader), 1);
+  }
+}
+
+TEST_P(InArrayAndElsewhere, WhatIsNotQuiteUTF8IsReadAsTheDecoderDoes)
+{
+  for (char const* listing : {"C0 80", "C1 81", "E0 81 81", "E0 A0 80", "C3 41", "E2 41 41", "80", "BF 41",
+                              "F0 9F 98 80", "61 C3 A4 80", "C3", "E2 82", "00", "61 00", "FF", "F8 88 80 80 80"})
+  {
+    std::string const content = bytes(listing);
+    mstd::tArray<char> array = support::arrayOf(content);
+    mucs::cString expected;
+    std::string const failure = messageOf([&] { expected.fromUTF8(mstd::tConstArrayRef<char>(array)); });
+    cSource reader(source(word(16) + word(static_cast<unsigned int>(content.size())) + content));
+    mucs::cString found("before");
+    EXPECT_EQ(messageOf([&] { reader->load(found); }), failure) << listing;
+    if (failure == "nothing")
+    {
+      EXPECT_TRUE(found == expected) << listing;
+    }
+    else
+    {
+      EXPECT_TRUE(found == "before") << listing;
+      EXPECT_EQ(reader->currentPos(), 0u) << listing;
+    }
   }
 }
 

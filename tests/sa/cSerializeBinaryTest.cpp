@@ -173,6 +173,17 @@ TEST(cSerializeBinary, NumbersAreIdAndPayloadInLittleEndian)
   EXPECT_EQ(madeOf(static_cast<short>(-2)), bytes("12 00 00 00 FE FF"));
 }
 
+TEST(cSerializeBinary, WritingThroughTheInterfaceIsTheSame)
+{
+  cSerializeBinary serializer;
+  msa::cAbstractSerializer& abstract = serializer;
+  1 >> serializer;
+  1 >> abstract;
+  true >> serializer;
+  true >> abstract;
+  EXPECT_EQ(written(serializer), madeOf(1) + madeOf(1) + madeOf(true) + madeOf(true));
+}
+
 TEST(cSerializeBinary, ABoolIsAWordOfZeroOrOne)
 {
   EXPECT_EQ(madeOf(true), bytes("08 00 00 00 01 00 00 00"));
