@@ -50,11 +50,11 @@ void survive(F const& f)
 void readAll(std::string const& bytes, support::tItems const& items)
 {
   survive([&] {
-    msa::cDeserializeBinary d(support::arrayOf(bytes));
+    msa::cDeserializeBinary d(support::ownedArrayOf(bytes));
     support::readLike(items, d);
     d.eoc();
   });
-  msa::cDeserializeBinary d(support::arrayOf(bytes));
+  msa::cDeserializeBinary d(support::ownedArrayOf(bytes));
   survive([&] {
     msa::cSerializeBinary target;
     target.setPreferNoLabels(false);
@@ -153,7 +153,7 @@ TEST(HostileStream, ForgedCountsTakeNoMemory)
     for (unsigned int id : {1u, 10u, 11u, 16u})
     {
       std::string const bytes = word(id) + word(count) + "abcd";
-      msa::cDeserializeBinary d(support::arrayOf(bytes));
+      msa::cDeserializeBinary d(support::ownedArrayOf(bytes));
       mstd::cAsciiString text("kept");
       mucs::cString string("kept");
       mstd::tArray<char> block("kept");
@@ -174,7 +174,7 @@ TEST(HostileStream, AContextThatEndsBeforeItBeginsIsRefused)
   for (unsigned int length : {0u, 1u, 7u, 8u, 15u})
   {
     std::string const bytes = contextHead(length) + word(5) + word(1);
-    msa::cDeserializeBinary d(support::arrayOf(bytes));
+    msa::cDeserializeBinary d(support::ownedArrayOf(bytes));
     EXPECT_THROW(d.getContext(nullptr), mstd::cAbstractException) << length;
     EXPECT_EQ(d.currentPos(), 0u);
     msa::cSerializeBinary target;
@@ -190,7 +190,7 @@ TEST(HostileStream, AContextMayClaimMoreThanThereIsUntilSomethingIsReadThere)
   for (unsigned int length : {25u, 1000u, 0x7FFFFFFFu})
   {
     std::string const bytes = contextHead(length) + word(5) + word(1);
-    msa::cDeserializeBinary d(support::arrayOf(bytes));
+    msa::cDeserializeBinary d(support::ownedArrayOf(bytes));
     msa::cContext context(d.getContext(nullptr));
     int number = 0;
     number << d;
@@ -204,7 +204,7 @@ TEST(HostileStream, AMillionNestedContextsTakeNoStack)
 {
   unsigned int const depth = 1000000;
   std::string const bytes = nested(depth);
-  msa::cDeserializeBinary d(support::arrayOf(bytes));
+  msa::cDeserializeBinary d(support::ownedArrayOf(bytes));
   msa::cSerializeBinary target;
   target.setPreferNoLabels(false);
   d.reserialize(target);
@@ -220,7 +220,7 @@ TEST(HostileStream, AMillionNestedContextsTakeNoStack)
 TEST(HostileStream, AMillionNestedContextsAreEnteredOneByOne)
 {
   unsigned int const depth = 1000000;
-  msa::cDeserializeBinary d(support::arrayOf(nested(depth)));
+  msa::cDeserializeBinary d(support::ownedArrayOf(nested(depth)));
   std::vector<msa::cAbstractContextData*> open;
   for (unsigned int i = 0; i < depth; ++i)
   {

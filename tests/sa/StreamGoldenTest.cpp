@@ -43,7 +43,7 @@ TEST(StreamGolden, TheLibraryReadsEveryValue)
 {
   for (support::cGoldenStream const& c : support::goldenStreams())
   {
-    msa::cDeserializeBinary deserializer(support::arrayOf(c.bytes));
+    msa::cDeserializeBinary deserializer(support::ownedArrayOf(c.bytes));
     EXPECT_TRUE(support::readLike(c.items, deserializer) == c.items) << c.name;
     EXPECT_TRUE(deserializer.eoc()) << c.name;
     EXPECT_EQ(deserializer.currentPos(), c.bytes.size()) << c.name;
@@ -59,7 +59,7 @@ TEST(StreamGolden, ACopyIsTheStreamItself)
     {
       continue;
     }
-    msa::cDeserializeBinary deserializer(support::arrayOf(c.bytes));
+    msa::cDeserializeBinary deserializer(support::ownedArrayOf(c.bytes));
     msa::cSerializeBinary target;
     target.setPreferNoLabels(false);
     deserializer.reserialize(target);
@@ -74,7 +74,7 @@ TEST(StreamGolden, ACommittedContextIsPassedUnread)
 {
   for (support::cGoldenStream const& c : support::goldenStreams())
   {
-    msa::cDeserializeBinary deserializer(support::arrayOf(c.bytes));
+    msa::cDeserializeBinary deserializer(support::ownedArrayOf(c.bytes));
     for (support::cItem const& item : c.items)
     {
       if (item.kind == "context")

@@ -185,7 +185,7 @@ TEST(StreamProperty, RandomTreesComeBackAsTheyWere)
   {
     support::tItems const items = randomItems(random, 4);
     std::string const bytes = written(items);
-    msa::cDeserializeBinary deserializer(support::arrayOf(bytes));
+    msa::cDeserializeBinary deserializer(support::ownedArrayOf(bytes));
     ASSERT_TRUE(support::readLike(items, deserializer) == items) << "seed " << Seed << ", tree " << i;
     ASSERT_EQ(deserializer.currentPos(), bytes.size());
   }
@@ -197,11 +197,11 @@ TEST(StreamProperty, ACopyReadsAsTheOriginal)
   for (unsigned int i = 0; i < 2000; ++i)
   {
     support::tItems const items = randomItems(random, 4);
-    msa::cDeserializeBinary deserializer(support::arrayOf(written(items)));
+    msa::cDeserializeBinary deserializer(support::ownedArrayOf(written(items)));
     msa::cSerializeBinary target;
     target.setPreferNoLabels(false);
     deserializer.reserialize(target);
-    msa::cDeserializeBinary copy(support::arrayOf(support::bytesOf(target)));
+    msa::cDeserializeBinary copy(support::ownedArrayOf(support::bytesOf(target)));
     std::string const once = support::bytesOf(target);
     EXPECT_EQ(once.empty(), items.empty());
     msa::cSerializeBinary again;
@@ -241,7 +241,7 @@ TEST(StreamProperty, AReaderThatFailsStaysWhereItWas)
   for (unsigned int i = 0; i < 200; ++i)
   {
     support::tItems const items = randomItems(random, 4);
-    msa::cDeserializeBinary deserializer(support::arrayOf(written(items)));
+    msa::cDeserializeBinary deserializer(support::ownedArrayOf(written(items)));
     readWithMistakes(items, deserializer);
     EXPECT_TRUE(deserializer.eoc());
   }
@@ -261,7 +261,7 @@ TEST(StreamProperty, ALabelIsSoughtToTheEndAndThenFromTheStart)
       support::write(item, serializer);
     }
     starts.push_back(serializer.currentPos());
-    msa::cDeserializeBinary deserializer(support::arrayOf(support::bytesOf(serializer)));
+    msa::cDeserializeBinary deserializer(support::ownedArrayOf(support::bytesOf(serializer)));
     for (size_t from = 0; from < starts.size(); ++from)
     {
       for (char const* label : Labels)

@@ -34,7 +34,7 @@ std::vector<cGoldenStream> const& goldenStreams()
   return all;
 }
 
-mstd::tAutoPtr<mstd::tArray<char>> arrayOf(std::string const& bytes)
+mstd::tAutoPtr<mstd::tArray<char>> ownedArrayOf(std::string const& bytes)
 {
   mstd::tAutoPtr<mstd::tArray<char>> array(new mstd::tArray<char>);
   array->append(bytes.data(), static_cast<unsigned int>(bytes.size()));

@@ -23,7 +23,7 @@ struct cGoldenStream
 std::vector<cGoldenStream> const& goldenStreams();
 
 /// Bytes as a deserializer takes them over.
-mstd::tAutoPtr<mstd::tArray<char>> arrayOf(std::string const& bytes);
+mstd::tAutoPtr<mstd::tArray<char>> ownedArrayOf(std::string const& bytes);
 
 } // namespace support
 
