@@ -8,6 +8,7 @@
 #include <boost/stacktrace.hpp>
 
 #include <stdexcept>
+#include <utility>
 
 namespace
 {
@@ -38,7 +39,7 @@ __attribute__((noinline)) void throwOurs()
   mucs::cLIMessage message;
   message << "$MTR$Cannot read %file%"
           << "a.txt";
-  throw mstd::cRuntimeException(message, __FILE__, __LINE__);
+  throw mstd::cRuntimeException(std::move(message), __FILE__, __LINE__);
 }
 
 __attribute__((noinline)) void throwBoost()
