@@ -99,7 +99,7 @@ private:
 };
 
 cConnectable::cConnectable()
-    : mpPublicSlots(0), mpPublicSignals(0), mDetaching(false), miIndex(0), mpWalk(0), mpRunning(0)
+    : miHeapEntries(0), mpPublicSlots(0), mpPublicSignals(0), mDetaching(false), miIndex(0), mpWalk(0), mpRunning(0)
 {
   mSignals.prev = &mSignals;
   mSignals.next = &mSignals;
@@ -161,6 +161,7 @@ void cConnectable::notifySignalAttached(cAbstractSignal& signal)
   entry->signal = &signal;
   entry->call = 0;
   append(*entry);
+  ++miHeapEntries;
 }
 
 void cConnectable::notifySignalDetached(cAbstractSignal& signal)
@@ -247,6 +248,7 @@ void cConnectable::reAssign(cAbstractSignal& oldSignal, cAbstractSignal& newSign
       replacement->next = entry->next;
       entry->next->prev = replacement;
       entry->next = replacement;
+      ++miHeapEntries;
       for (cWalk* walk = mpWalk; walk != 0; walk = walk->outer)
       {
         if (walk->pos == entry)
@@ -501,7 +503,26 @@ void cConnectable::removeEntry(cEntry& entry)
   unlink(entry);
   if (entry.call == 0)
   {
+    --miHeapEntries;
     delete &entry;
+  }
+}
+
+void cConnectable::removeHeapEntries(cAbstractSignal& signal)
+{
+  if (mDetaching)
+  {
+    return;
+  }
+  cEntry* entry = mSignals.next;
+  while (entry != &mSignals && miHeapEntries != 0)
+  {
+    cEntry* const next = entry->next;
+    if (entry->call == 0 && entry->signal == &signal)
+    {
+      removeEntry(*entry);
+    }
+    entry = next;
   }
 }
 

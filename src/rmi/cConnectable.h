@@ -159,12 +159,14 @@ private:
   void append(cEntry& entry);
   void unlink(cEntry& entry);
   void removeEntry(cEntry& entry);
+  void removeHeapEntries(cAbstractSignal& signal);
   void removeAllEntries();
   cPublicSlot* findSlotOf(mstd::cAsciiString const& name) const;
   cPublicSignal* findSignalOf(mstd::cAsciiString const& name) const;
   void dropPublicSlots();
 
   cEntry mSignals;                                // head of the ring of entries
+  unsigned int miHeapEntries;                     // those of the ring that belong to no slot call
   mstd::tPtrList<cPublicSlot>* mpPublicSlots;     // owned; null until the first slot is registered
   mstd::tPtrList<cPublicSignal>* mpPublicSignals; // owned; null until the first signal is registered
   bool mDetaching;

@@ -1,10 +1,8 @@
 #ifndef MORTISE_RMI_CDIRECTLOCALSLOTCALL0_H
 #define MORTISE_RMI_CDIRECTLOCALSLOTCALL0_H
 
-#include "pi/piTypes.h"
 #include "rmi/cAbstractSlotCall0.h"
-#include "rmi/cRMIExceptions.h"
-#include "std/cSTDExceptions.h"
+#include "rmi/tDirectLocalSlotCall.h"
 
 namespace mrmi
 {
@@ -13,46 +11,24 @@ namespace mrmi
 ///
 /// `T` derives from cConnectable. The object must outlive this template; connections end by themselves when it goes.
 template <typename T, typename R>
-class MORTISE_API cDirectLocalSlotCall0 : public cAbstractSlotCall0<R>
+class MORTISE_API cDirectLocalSlotCall0
+    : public tDirectLocalSlotCall<cDirectLocalSlotCall0<T, R>, cAbstractSlotCall0<R>, T>
 {
+  typedef tDirectLocalSlotCall<cDirectLocalSlotCall0<T, R>, cAbstractSlotCall0<R>, T> cBase;
+  friend cBase;
+
 public:
   typedef void (T::*cMethod)();
 
-  cDirectLocalSlotCall0(T& object, cMethod method) : cDirectLocalSlotCall0(object, method, 0) {}
+  cDirectLocalSlotCall0(T& object, cMethod method) : cBase(object, method, 0) {}
   /// A null pointer is an assertion failure.
-  cDirectLocalSlotCall0(T* pObject, cMethod method) : cDirectLocalSlotCall0(checked(pObject), method, 0) {}
+  cDirectLocalSlotCall0(T* pObject, cMethod method) : cBase(cBase::checked(pObject), method, 0) {}
 
-  using cAbstractSlotCall0<R>::call;
-  void call() const override { (mpObject->*mMethod)(); }
-  /// cBugException always: the slot has no description to read its arguments by.
-  void call(msa::cAbstractDeserializer&, msa::cAbstractSerializer&) const override
-  {
-    cRMIExceptions::throwIndirectLocalSlotCall();
-  }
   /// cBugException always.
   void callRef(msa::cReferenceFrame&) const override { cRMIExceptions::throwIndirectCallSlotCallRef(); }
-  cAbstractSlotCall0<R>* createConnectedInstance(cAbstractSignal& signal) const override
-  {
-    return new cDirectLocalSlotCall0(*mpObject, mMethod, &signal);
-  }
 
 private:
-  cDirectLocalSlotCall0(T& object, cMethod method, cAbstractSignal* pSignal)
-      : cAbstractSlotCall0<R>(object, pSignal), mMethod(method), mpObject(&object)
-  {
-  }
-
-  static T& checked(T* pObject)
-  {
-    if (!(pObject != 0))
-    {
-      cSTDExceptions::throwAssertionFailed("pObject != 0", "rmi/cDirectLocalSlotCall0", __LINE__);
-    }
-    return *pObject;
-  }
-
-  cMethod mMethod;
-  T* mpObject;
+  cDirectLocalSlotCall0(T& object, cMethod method, cAbstractSignal* pSignal) : cBase(object, method, pSignal) {}
 };
 
 template <typename T, typename C>

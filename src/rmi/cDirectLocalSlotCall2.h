@@ -1,10 +1,8 @@
 #ifndef MORTISE_RMI_CDIRECTLOCALSLOTCALL2_H
 #define MORTISE_RMI_CDIRECTLOCALSLOTCALL2_H
 
-#include "pi/piTypes.h"
 #include "rmi/cAbstractSlotCall2.h"
-#include "rmi/cRMIExceptions.h"
-#include "std/cSTDExceptions.h"
+#include "rmi/tDirectLocalSlotCall.h"
 
 namespace mrmi
 {
@@ -13,46 +11,24 @@ namespace mrmi
 ///
 /// `T` derives from cConnectable. The object must outlive this template; connections end by themselves when it goes.
 template <typename T, typename R, typename A1, typename A2>
-class MORTISE_API cDirectLocalSlotCall2 : public cAbstractSlotCall2<R, A1, A2>
+class MORTISE_API cDirectLocalSlotCall2
+    : public tDirectLocalSlotCall<cDirectLocalSlotCall2<T, R, A1, A2>, cAbstractSlotCall2<R, A1, A2>, T, A1, A2>
 {
+  typedef tDirectLocalSlotCall<cDirectLocalSlotCall2<T, R, A1, A2>, cAbstractSlotCall2<R, A1, A2>, T, A1, A2> cBase;
+  friend cBase;
+
 public:
   typedef void (T::*cMethod)(A1, A2);
 
-  cDirectLocalSlotCall2(T& object, cMethod method) : cDirectLocalSlotCall2(object, method, 0) {}
+  cDirectLocalSlotCall2(T& object, cMethod method) : cBase(object, method, 0) {}
   /// A null pointer is an assertion failure.
-  cDirectLocalSlotCall2(T* pObject, cMethod method) : cDirectLocalSlotCall2(checked(pObject), method, 0) {}
+  cDirectLocalSlotCall2(T* pObject, cMethod method) : cBase(cBase::checked(pObject), method, 0) {}
 
-  using cAbstractSlotCall2<R, A1, A2>::call;
-  void call(A1 a1, A2 a2) const override { (mpObject->*mMethod)(a1, a2); }
-  /// cBugException always: the slot has no description to read its arguments by.
-  void call(msa::cAbstractDeserializer&, msa::cAbstractSerializer&) const override
-  {
-    cRMIExceptions::throwIndirectLocalSlotCall();
-  }
   /// cBugException always.
   void callRef(msa::cReferenceFrame&) const override { cRMIExceptions::throwIndirectLocalConnection(); }
-  cAbstractSlotCall2<R, A1, A2>* createConnectedInstance(cAbstractSignal& signal) const override
-  {
-    return new cDirectLocalSlotCall2(*mpObject, mMethod, &signal);
-  }
 
 private:
-  cDirectLocalSlotCall2(T& object, cMethod method, cAbstractSignal* pSignal)
-      : cAbstractSlotCall2<R, A1, A2>(object, pSignal), mMethod(method), mpObject(&object)
-  {
-  }
-
-  static T& checked(T* pObject)
-  {
-    if (!(pObject != 0))
-    {
-      cSTDExceptions::throwAssertionFailed("pObject != 0", "rmi/cDirectLocalSlotCall2", __LINE__);
-    }
-    return *pObject;
-  }
-
-  cMethod mMethod;
-  T* mpObject;
+  cDirectLocalSlotCall2(T& object, cMethod method, cAbstractSignal* pSignal) : cBase(object, method, pSignal) {}
 };
 
 template <typename T, typename C, typename A1, typename A2>

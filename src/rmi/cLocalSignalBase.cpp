@@ -74,12 +74,17 @@ void cLocalSignalBase::throwIfUnconnected() const
 
 // Takes a call and its own entry at the receiver apart. The search for further entries of this signal, which a slot
 // call that dies alone makes at its receiver, is spared: the calls of a receiver leave a signal together, and the
-// search would make the death of n signals with one receiver cost n * n.
+// search would make the death of n signals with one receiver cost n * n. Only entries that belong to no call are looked
+// for, where there are any.
 void cLocalSignalBase::release(cAbstractSlotCall& call)
 {
   if (call.mEntry.prev != 0)
   {
     call.mObject.unlink(call.mEntry);
+  }
+  if (call.mpSignal != 0 && call.mObject.miHeapEntries != 0)
+  {
+    call.mObject.removeHeapEntries(*call.mpSignal);
   }
   call.mpSignal = 0;
 }
