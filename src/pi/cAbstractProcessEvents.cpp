@@ -22,6 +22,7 @@ bool cAbstractProcessEvents::descriptorChanges(mstd::tList<mstd::tSharedObject<c
     return false;
   }
   iChanges = mpQueue->miDescriptorChanges;
+  miLatestChanges = iChanges;
   return true;
 }
 

@@ -52,7 +52,8 @@ protected:
 private:
   friend class cWorkQueue;
 
-  cWorkQueue const* mpQueue = nullptr; // the owner
+  cWorkQueue const* mpQueue = nullptr;  // the owner
+  mutable piUInt64 miLatestChanges = 0; // the last number that was given out
 };
 
 } // namespace mpi

@@ -437,6 +437,11 @@ void cWorkQueue::setEvents(mstd::tAutoPtr<cAbstractProcessEvents> pEvents)
   if (pNew != nullptr)
   {
     pNew->mpQueue = this;
+    // A processor that served another queue before must not take this one's numbers for those it has seen there.
+    if (miDescriptorChanges <= pNew->miLatestChanges)
+    {
+      miDescriptorChanges = pNew->miLatestChanges + 1;
+    }
     pNew->sigFinished.connect(mrmi::cDirectLocalSlotCall0(*this, &cWorkQueue::sltNotifyPEFinished),
                               mrmi::cAbstractSignal::Append);
   }

@@ -556,6 +556,19 @@ TEST_F(cPosixProcessEventsTest, WatchesOfAQueueFollowAListThatWasGivenOutForWrit
   EXPECT_EQ(mClock.lastPolled(), (std::vector<tWatched>{{second.in(), 0x18}, {first.in(), 0x304}}));
 }
 
+TEST_F(cPosixProcessEventsTest, AProcessorThatChangesItsQueueWatchesTheNewOne)
+{
+  mpi::cPosixProcessEvents processor;
+  for (int fd = 1000; fd < 1003; ++fd)
+  {
+    mpi::cWorkQueue queue;
+    queue.setEvents(mstd::tAutoPtr<mpi::cAbstractProcessEvents>(&processor, mstd::tAutoPtrType::NotOwned));
+    queue.addJob(newAIO({{fd, tFdInfo::Readable}}));
+    queue.process();
+    EXPECT_EQ(mClock.lastPolled(), (std::vector<tWatched>{{fd, 0xC3}}));
+  }
+}
+
 TEST_F(cPosixProcessEventsTest, RandomChangesOfWorkAreWatchedFromTheNextTurnOn)
 {
   // No descriptor that really is open: they report trouble at once, and nothing waits.

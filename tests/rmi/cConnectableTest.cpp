@@ -168,6 +168,35 @@ TEST(cConnectable, NotifySignalDetachedRemovesEveryEqualEntry)
   EXPECT_EQ("t", log);
 }
 
+TEST(cConnectable, ASignalThatDropsItsCallsLeavesNoFurtherEntryBehind)
+{
+  std::string log;
+  cTellTale other(log, 'o');
+  cReceiver receiver;
+  cSignal former;
+  std::unique_ptr<cSignal> signal(new cSignal);
+  former.connect(slotOf(receiver), cSignal::Append);
+  signal->connect(slotOf(receiver), cSignal::Append);
+  receiver.notifySignalAttached(*signal);
+  receiver.reAssign(former, *signal);
+  signal->disconnect(receiver);
+  EXPECT_FALSE(signal->isConnected());
+  // Were there any entry left, it would show up under its new name.
+  receiver.reAssign(*signal, other);
+  receiver.detachAllSignals();
+  EXPECT_EQ("", log);
+
+  receiver.notifySignalAttached(*signal);
+  signal->connect(slotOf(receiver), cSignal::Append);
+  cSignal& gone = *signal;
+  receiver.notifySignalAttached(other);
+  signal.reset();
+  receiver.reAssign(gone, other);
+  receiver.detachAllSignals();
+  EXPECT_EQ("o", log);
+  receiver.notifySignalDetached(other);
+}
+
 TEST(cConnectable, NotifySignalDetachedDoesNothingWhileItDetaches)
 {
   std::string log;
