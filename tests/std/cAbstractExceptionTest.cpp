@@ -395,6 +395,21 @@ TEST(cAbstractException, AssignmentTakesEverythingOver)
   EXPECT_EQ(e.backtrace()[0], target.backtrace()[0]);
 }
 
+TEST(cAbstractException, AssignmentTakesTheMarkOver)
+{
+  cPlainException e("a");
+  e.link(new cPlainException("b", nullptr, 0, cPlainException::BadAlloc));
+  cPlainException const marked(e);
+  cPlainException target("x");
+  target = marked;
+  EXPECT_TRUE(target.outOfMemoryCondition());
+  target = cPlainException("y");
+  EXPECT_FALSE(target.outOfMemoryCondition());
+  target = e;
+  EXPECT_TRUE(target.outOfMemoryCondition()) << "its own copy of the history failed";
+  EXPECT_EQ(nullptr, target.history());
+}
+
 TEST(cAbstractException, AssignmentDeletesTheOldHistoryBeforeItTakesTheNewOne)
 {
   cPlainException::lives = 0;

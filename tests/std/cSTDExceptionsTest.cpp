@@ -1,5 +1,7 @@
 #include "std/cSTDExceptions.h"
 
+#include "pi/piStackTrace.h"
+#include "std/cAsciiString.h"
 #include "std/cBugException.h"
 #include "std/cOutOfBoundsException.h"
 #include "std/cOutOfRangeException.h"
@@ -11,8 +13,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <new>
 #include <stdexcept>
+#include <string>
 
 using mstd::cBugException;
 using mstd::cRuntimeException;
@@ -136,6 +140,32 @@ TEST(cSTDExceptions, AFailedAssertionWritesAStackTraceFirst)
   EXPECT_EQ("Assertion failed in file std/tVector:42. (mpPool != 0)!", messageOf(e));
   EXPECT_STREQ("", e.sourceFileName());
   EXPECT_EQ(0u, e.sourceFileLine());
+}
+
+namespace
+{
+/// Raises at the bottom of `depth` calls, and returns the line feeds of the trace of 128 levels from there.
+__attribute__((noinline)) long descend(int depth)
+{
+  if (depth != 0)
+  {
+    long const result = descend(depth - 1);
+    asm volatile(""); // no tail call
+    return result;
+  }
+  EXPECT_THROW(cSTDExceptions::throwOutOfRange("a", "b", cSTDExceptions::IndexOutOfRange, 1, 0, 0),
+               mstd::cOutOfRangeException);
+  std::string const trace = piStackTrace(128).c_str();
+  return std::count(trace.begin(), trace.end(), '\n');
+}
+} // namespace
+
+TEST(cSTDExceptions, TheStackTraceHas128Levels)
+{
+  support::cCaptureOut capture;
+  long const expected = descend(200);
+  EXPECT_GT(expected, 100);
+  EXPECT_EQ(expected, std::count(capture.text().begin(), capture.text().end(), '\n') - 1); // the last ends the message
 }
 
 TEST(cSTDExceptions, AStackTraceThatCannotBeWrittenDoesNotHideTheException)

@@ -341,6 +341,17 @@ TEST(cLIMessage, KeyBytesAbove127ReadAsQuestionMarksButParametersKeepTheirs)
   EXPECT_STREQ(sNarrow.c_str(), "caf? ?");
 }
 
+TEST(cLIMessage, TheReplacementOfKeyBytesBeginsBehind127)
+{
+  cLIMessage const message = keyed("\x7F\x80\xFF");
+  cString sText;
+  message.untranslated(sText);
+  EXPECT_EQ(sText, cString("\x7F??"));
+  cAsciiString sNarrow;
+  message.untranslated(sNarrow);
+  EXPECT_STREQ(sNarrow.c_str(), "\x7F??");
+}
+
 TEST(cLIMessage, ANameWithBytesAbove127BindsByItsReplacement)
 {
   cLIMessage message;
@@ -428,6 +439,17 @@ TEST(cLIMessage, ADebugStreamGetsTheEnglishWording)
           << "x.so";
   mpi::system().out << message << "\n";
   EXPECT_TRUE(capture.contains("File x.so is not a plugin!"));
+}
+
+TEST(cLIMessage, AParameterOfAnUnknownKindReadsEmpty)
+{
+  cLIMessage message;
+  message << "$MTR$[%a%][%b%]" << 1.5 << "b";
+  EXPECT_EQ(text(message), "[1.5][b]");
+  // as a record of a stream may bring it
+  const_cast<cLIItem&>(*message.items().begin()).setKind(3);
+  EXPECT_EQ(text(message), "[][b]");
+  EXPECT_EQ(translated(message, "%b%%a%"), "b");
 }
 
 TEST(cLIMessage, AnItemKeepsItsThreeParts)

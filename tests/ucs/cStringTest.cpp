@@ -160,8 +160,8 @@ TEST(cString, AppendCOfNullWithALengthIsABug)
 TEST(cString, FromAsciiReplacesTheContentsAndTheBytesAbove127)
 {
   cString sText("old");
-  sText.fromAscii(cAsciiString("a\xE9\x7F"), 0xFFFD);
-  EXPECT_EQ(codePoints(sText), (cCodePoints{'a', 0xFFFD, 0x7F}));
+  sText.fromAscii(cAsciiString("a\xE9\x7F\x80"), 0xFFFD);
+  EXPECT_EQ(codePoints(sText), (cCodePoints{'a', 0xFFFD, 0x7F, 0xFFFD}));
   EXPECT_EQ(codePoints(cString("\xE9")), (cCodePoints{0xE9})) << "unlike the constructor from a literal";
   sText.fromAscii(cAsciiString(), '?');
   EXPECT_TRUE(sText.empty());
