@@ -103,7 +103,8 @@ support::cItem sampleItem()
                                  number("piUInt32", 1), text("%part"), wide("0.5"), number("piUInt32", 2)});
   // The value of the double is the text that the message has made of it.
   unsigned int index = 0;
-  for (mucs::cLIItem const& parameter : sample().items())
+  mucs::cLIMessage const whole = sample();
+  for (mucs::cLIItem const& parameter : whole.items())
   {
     if (index == 2)
     {
