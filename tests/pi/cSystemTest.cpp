@@ -73,6 +73,7 @@ struct cSeen
   mpi::cSystem* pSecond = nullptr;
   mpi::cWorkQueue* pQueue = nullptr;
   mpi::cAbstractOut* pOut = nullptr;
+  bool mHasPathFixupHash = true;
 };
 
 /// Work that asks for the root when it goes.
@@ -90,6 +91,7 @@ public:
       mpSeen->pSecond = &mpi::system();
       mpSeen->pQueue = &mpi::system().wq;
       mpSeen->pOut = &mpi::system().out;
+      mpSeen->mHasPathFixupHash = mpi::system().caches.hasPathFixupHash() != nullptr;
     }
   }
 
@@ -267,6 +269,17 @@ TEST_F(cSystem, AFacadeMadeDuringTheTearDownSeesTheDyingRootAndIsNotKept)
   EXPECT_EQ(fresh.exec(), 0u);
   mpi::cSystem::cleanup();
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "cLateWork:5: late work goes\r\ncLateWork:5: late work goes\r\n");
+}
+
+TEST_F(cSystem, CleanupClearsTheCachesWhileTheWorkIsStillThere)
+{
+  cSeen seen;
+  testing::internal::CaptureStderr();
+  add(new cLateWork(&seen));
+  mpi::system().caches.createPathFixupHash();
+  mpi::cSystem::cleanup();
+  EXPECT_FALSE(seen.mHasPathFixupHash);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "cLateWork:5: late work goes\r\n");
 }
 
 TEST_F(cSystem, CleanupCalledDuringTheTearDownDoesNothing)
