@@ -132,6 +132,10 @@ void* mstd::cArrayMemory::resize(void* pool, unsigned long long have, unsigned l
     return nullptr;
   }
   size_t const oldSize = blockSize(have, elementSize);
+  if (want >= have && want * elementSize <= oldSize)
+  {
+    return pool; // the ordinary sector: sizes of blocks change only where a pool no longer fits
+  }
   size_t const newSize = blockSize(want, elementSize);
   if (oldSize == newSize)
   {
