@@ -32,7 +32,7 @@ def cost(entry):
 
 
 def medians(run):
-    """{(area, case): {contender: cost}}, and the set of cases measured in bytes. Order of first appearance."""
+    """{(area, case): {contender: cost}}, and the set of cases measured in bytes."""
     samples, in_bytes, failed = {}, set(), []
     for entry in run["benchmarks"]:
         if entry.get("run_type") == "aggregate":
@@ -47,7 +47,8 @@ def medians(run):
             in_bytes.add((area, case))
     if failed:
         sys.exit("benchmarks failed:\n" + "\n".join(failed))
-    return {key: {who: statistics.median(v) for who, v in cases.items()} for key, cases in samples.items()}, in_bytes
+    costs = {key: {who: statistics.median(v) for who, v in cases.items()} for key, cases in samples.items()}
+    return costs, in_bytes
 
 
 def judge(target, ours, ratio, limit_ratio):
@@ -142,6 +143,10 @@ def main():
     run = json.loads(pathlib.Path(run_path).read_text())
     targets = json.loads(pathlib.Path(targets_path).read_text())
     costs, in_bytes = medians(run)
+    # The run is in random order; the table follows the targets, and cases without one come last in their area.
+    areas = list(targets)
+    order = {(area, case): i for area, cases in targets.items() for i, case in enumerate(cases)}
+    costs = dict(sorted(costs.items(), key=lambda item: (areas.index(item[0][0]), order.get(item[0], len(order)), item[0])))
     all_rows = list(rows(costs, in_bytes, targets))
     text = table(all_rows)
     print(text)

@@ -90,7 +90,8 @@ std::vector<unsigned int> order(unsigned int iCount)
 template <class Key, class Insert, class Find>
 void lookUp(benchmark::State& state, unsigned int iCount, Key const& make, Insert const& insert, Find const& find)
 {
-  // The keys that are looked up are not those that were inserted: some peers would share their text, and compare addresses.
+  // The keys that are looked up are not those that were inserted: some peers would share their text, and compare
+  // addresses.
   std::vector<decltype(make(std::string()))> keys;
   for (unsigned int i = 0; i < iCount; ++i)
   {
