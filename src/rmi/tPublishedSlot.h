@@ -77,9 +77,8 @@ struct tSlotCallOf<A1, A2, A3>
 /// The arguments are values with stream operators, which can be made without arguments. `T` derives from cConnectable
 /// and must outlive this call.
 ///
-/// Errors: arguments that can't be read raise cCallParameterMissmatchException, before the slot is called; what the
-/// slot
-///         raises goes through.
+/// Errors: arguments that can't be read raise cCallParameterMissmatchException, before the slot is called. What the
+///         slot raises goes through.
 template <typename T, typename M, typename R, typename... A>
 class MORTISE_API tPublishedSlot : public tSlotCallOf<A...>::cType
 {
