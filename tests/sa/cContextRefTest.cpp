@@ -54,7 +54,7 @@ TEST(cContextRef, ACopyTakesTheDataAndASecondTransferFails)
     msa::cContextRef ref(new cCountedData(destroyed));
     msa::cContextRef copy(ref);
     EXPECT_EQ(support::bugMessageOf([&] { msa::cContextRef again(ref); }), NoReference);
-    EXPECT_EQ(support::bugMessageOf([&] { msa::cContextRefRef carrier(ref); }), NoReference);
+    EXPECT_EQ(support::bugMessageOf([&] { static_cast<void>(msa::cContextRefRef(ref)); }), NoReference);
     EXPECT_EQ(support::bugMessageOf([&] { ref.unguardImpl(); }), NoReference);
     EXPECT_EQ(destroyed, 0);
   }

@@ -68,7 +68,8 @@ TEST(cSAExceptions, TheCauseOfACompoundsErrorIsLinkedBehindIt)
     mstd::cRuntimeException const e = support::caught<mstd::cRuntimeException>(raise);
     EXPECT_EQ(support::messageOf(e), message);
     ASSERT_NE(e.history(), nullptr);
-    EXPECT_EQ(typeid(*e.history()), typeid(mstd::cTypeMissmatchException));
+    mstd::cAbstractException const& history = *e.history();
+    EXPECT_EQ(typeid(history), typeid(mstd::cTypeMissmatchException));
     EXPECT_EQ(support::messageOf(*e.history()), support::messageOf(cause));
     EXPECT_EQ(e.history()->history(), nullptr);
   };

@@ -62,7 +62,7 @@ class containerStream : public testing::Test
 };
 
 typedef testing::Types<mstd::tVector<cElement>, mstd::tList<cElement>> tContainers;
-TYPED_TEST_SUITE(containerStream, tContainers);
+TYPED_TEST_SUITE(containerStream, tContainers, );
 
 template <class T>
 std::vector<int> valuesOf(mstd::tVector<T> const& vector)
