@@ -1,0 +1,240 @@
+#include "mp/cAbstractRunnable.h"
+#include "pi/cAbstractAIOData.h"
+#include "pi/cAbstractMutexImpl.h"
+#include "pi/cAbstractOut.h"
+#include "pi/cAbstractProcessEvents.h"
+#include "pi/cAbstractRunnableImpl.h"
+#include "pi/cWork.h"
+#include "rmi/cAbstractSignal.h"
+#include "rmi/cAbstractSlotCall0.h"
+#include "sa/cAbstractDeserializer.h"
+#include "sa/cAbstractSerializer.h"
+#include "sa/cAbstractTypeReference.h"
+#include "std/cAbstractException.h"
+#include "std/cAsciiString.h"
+#include "std/tAbstractArrayProxy.h"
+#include "ucs/cAbstractEnDec.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+// Programs that are built apart meet in these tables, so the order of the virtual operations is an interface. Both
+// destructors of a class take the first two places.
+
+namespace
+{
+
+/// Place of a virtual operation in its class's table, as the ABI puts it into a pointer to member.
+template <class T, class R, class... A>
+size_t placeOf(R (T::*method)(A...))
+{
+  size_t first = 0;
+  std::memcpy(&first, &method, sizeof first);
+#if defined(__arm__)
+  return first / sizeof(void*);
+#else
+  return (first - 1) / sizeof(void*);
+#endif
+}
+
+template <class T, class R, class... A>
+size_t placeOf(R (T::*method)(A...) const)
+{
+  return placeOf(reinterpret_cast<R (T::*)(A...)>(method));
+}
+
+/// The same of the overload with these arguments.
+template <class... A, class T, class R>
+size_t placeWith(R (T::*method)(A...))
+{
+  return placeOf(method);
+}
+
+template <class... A, class T, class R>
+size_t placeWithConst(R (T::*method)(A...) const)
+{
+  return placeOf(method);
+}
+
+} // namespace
+
+TEST(VirtualOrder, Work)
+{
+  EXPECT_EQ(placeOf(&mpi::cWork::action), 2u);
+  EXPECT_EQ(placeOf(&mp::cAbstractRunnable::run), 2u);
+  EXPECT_EQ(placeOf(&mpi::cAbstractAIOData::isFDAIOData), 2u);
+}
+
+TEST(VirtualOrder, ProcessEvents)
+{
+  EXPECT_EQ(placeOf(&mpi::cAbstractProcessEvents::supportsAIO), 2u);
+  EXPECT_EQ(placeOf(&mpi::cAbstractProcessEvents::isAsynchronous), 3u);
+  EXPECT_EQ(placeOf(&mpi::cAbstractProcessEvents::yield), 4u);
+  EXPECT_EQ(placeOf(&mpi::cAbstractProcessEvents::wakeUp), 5u);
+  EXPECT_EQ(placeOf(&mpi::cAbstractProcessEvents::poll), 6u);
+}
+
+TEST(VirtualOrder, HostObjects)
+{
+  EXPECT_EQ(placeOf(&mpi::cAbstractMutexImpl::lock), 2u);
+  EXPECT_EQ(placeOf(&mpi::cAbstractMutexImpl::tryLock), 3u);
+  EXPECT_EQ(placeOf(&mpi::cAbstractMutexImpl::unlock), 4u);
+  EXPECT_EQ(placeOf(&mpi::cAbstractRunnableImpl::start), 2u);
+  EXPECT_EQ(placeOf(&mpi::cAbstractRunnableImpl::stop), 3u);
+}
+
+TEST(VirtualOrder, DebugOutput)
+{
+  typedef mpi::cAbstractOut o;
+  EXPECT_EQ(placeOf(&o::printChar), 2u);
+  EXPECT_EQ(placeOf(&o::flush), 3u);
+  EXPECT_EQ(placeOf(&o::debugMessage), 4u);
+  EXPECT_EQ(placeWith<long long>(&o::operator<<), 5u);
+  EXPECT_EQ(placeWith<unsigned long long>(&o::operator<<), 6u);
+  EXPECT_EQ(placeWith<int>(&o::operator<<), 7u);
+  EXPECT_EQ(placeWith<unsigned int>(&o::operator<<), 8u);
+  EXPECT_EQ(placeWith<char const*>(&o::operator<<), 9u);
+  EXPECT_EQ(placeWith<mstd::cAsciiString const&>(&o::operator<<), 10u);
+  EXPECT_EQ(placeWith<double>(&o::operator<<), 11u);
+  EXPECT_EQ(placeWith<mpi::NumberFmt>(&o::operator<<), 12u);
+  EXPECT_EQ(placeWith<mstd::cNumberConversionFormat const&>(&o::operator<<), 13u);
+  EXPECT_EQ(placeWith<o::clearDebugMessage const&>(&o::operator<<), 14u);
+  EXPECT_EQ(placeWith<o::indent const&>(&o::operator<<), 15u);
+  EXPECT_EQ(placeWith<o::unindent const&>(&o::operator<<), 16u);
+  EXPECT_EQ(placeOf(&o::hasEnDec), 17u);
+}
+
+TEST(VirtualOrder, Exceptions)
+{
+  typedef mstd::cAbstractException e;
+  EXPECT_EQ(placeOf(&e::createObject), 2u);
+  EXPECT_EQ(placeOf(&e::typeName), 3u);
+  EXPECT_EQ(placeOf(&e::liMessage), 4u);
+  EXPECT_EQ(placeOf(&e::dialog), 5u);
+  EXPECT_EQ(placeOf(&e::isRemote), 6u);
+  EXPECT_EQ(placeOf(&e::remoteLocation), 7u);
+  EXPECT_EQ(placeOf(&e::dump), 8u);
+  EXPECT_EQ(placeOf(&e::store), 9u);
+  EXPECT_EQ(placeOf(&e::load), 10u);
+  EXPECT_EQ(placeOf(&e::outOfMemoryCondition), 11u);
+}
+
+TEST(VirtualOrder, ArrayProxies)
+{
+  typedef mstd::tAbstractArrayProxy<char> p;
+  typedef mstd::tAbstractConstArrayProxy<char> c;
+  EXPECT_EQ(placeOf(&c::proxyAt), 2u);
+  EXPECT_EQ(placeOf(&c::proxyLength), 3u);
+  EXPECT_EQ(placeOf(&c::proxyCopyPartTo), 4u);
+  EXPECT_EQ(placeOf(&c::proxyProvideData), 5u);
+  EXPECT_EQ(placeOf(&c::proxyPreferredBlockSize), 6u);
+  EXPECT_EQ(placeOf(&c::constProxyPhysical), 7u);
+  EXPECT_EQ(placeWith<unsigned int>(&p::proxyAt), 8u);
+  EXPECT_EQ(placeOf(&p::proxyProvideWriteableData), 9u);
+  EXPECT_EQ(placeOf(&p::proxyPatchData), 10u);
+  EXPECT_EQ(placeOf(&p::proxySetSize), 11u);
+  EXPECT_EQ(placeOf(&p::proxyInsert), 12u);
+  EXPECT_EQ(placeOf(&p::proxyInsertDefaultObjects), 13u);
+  EXPECT_EQ(placeOf(&p::proxyErase), 14u);
+  EXPECT_EQ(placeOf(&p::proxyPhysical), 15u);
+}
+
+TEST(VirtualOrder, Signals)
+{
+  typedef mrmi::cAbstractSignal s;
+  EXPECT_EQ(placeOf(&s::notifyConnectableDestroyed), 2u);
+  EXPECT_EQ(placeOf(&s::connect), 3u);
+  EXPECT_EQ(placeOf(&s::disconnect), 4u);
+  EXPECT_EQ(placeOf(&s::addParameterInfo), 5u);
+  EXPECT_EQ(placeOf(&s::parametersTypeString), 6u);
+  EXPECT_EQ(placeOf(&s::returnTypeString), 7u);
+}
+
+TEST(VirtualOrder, SlotCalls)
+{
+  typedef mrmi::cAbstractSlotCall c;
+  typedef mrmi::cAbstractSlotCall0<piVoid> c0;
+  EXPECT_EQ(placeOf(&c::matchSlotOfObject), 2u);
+  EXPECT_EQ((placeWithConst<msa::cReferenceFrame&>(&c::call)), 3u);
+  EXPECT_EQ((placeWithConst<msa::cAbstractDeserializer&, msa::cAbstractSerializer&>(&c::call)), 4u);
+  EXPECT_EQ(placeOf(static_cast<void (c0::*)() const>(&c0::call)), 5u);
+  EXPECT_EQ(placeOf(&c0::parametersTypeString), 6u);
+  EXPECT_EQ(placeOf(&c0::returnTypeString), 7u);
+  EXPECT_EQ(placeOf(&c0::callRef), 8u);
+  EXPECT_EQ(placeOf(&c0::createConnectedInstance), 9u);
+}
+
+TEST(VirtualOrder, Encoders)
+{
+  typedef mucs::cAbstractEnDec e;
+  EXPECT_EQ(placeOf(&e::name), 2u);
+  EXPECT_EQ((placeWithConst<mucs::cString const&, mstd::tArray<char>&>(&e::encode)), 3u);
+  EXPECT_EQ((placeWithConst<mucs::cString const&, mstd::tArray<unsigned short>&>(&e::encode)), 4u);
+  EXPECT_EQ(placeOf(&e::reEncode), 5u);
+  EXPECT_EQ(placeOf(&e::encodeCString), 6u);
+  EXPECT_EQ((placeWithConst<mstd::tConstArrayRef<char> const&, mucs::cString&>(&e::decode)), 7u);
+  EXPECT_EQ((placeWithConst<mstd::tConstArrayRef<unsigned short> const&, mucs::cString&>(&e::decode)), 8u);
+  EXPECT_EQ(placeOf(&e::reDecode), 9u);
+}
+
+TEST(VirtualOrder, Serializers)
+{
+  typedef msa::cAbstractSerializer s;
+  EXPECT_EQ(placeOf(&s::storeBlock), 2u);
+  EXPECT_EQ(placeWith<unsigned char>(&s::store), 3u);
+  EXPECT_EQ(placeWith<signed char>(&s::store), 4u);
+  EXPECT_EQ(placeWith<unsigned short>(&s::store), 5u);
+  EXPECT_EQ(placeWith<short>(&s::store), 6u);
+  EXPECT_EQ(placeWith<unsigned int>(&s::store), 7u);
+  EXPECT_EQ(placeWith<int>(&s::store), 8u);
+  EXPECT_EQ(placeWith<unsigned long long>(&s::store), 9u);
+  EXPECT_EQ(placeWith<long long>(&s::store), 10u);
+  EXPECT_EQ(placeWith<bool>(&s::store), 11u);
+  EXPECT_EQ(placeWith<double>(&s::store), 12u);
+  EXPECT_EQ(placeWith<mstd::cAsciiString const&>(&s::store), 13u);
+  EXPECT_EQ(placeWith<mucs::cString const&>(&s::store), 14u);
+  EXPECT_EQ(placeOf(&s::rewind), 15u);
+  EXPECT_EQ(placeOf(&s::clear), 16u);
+  EXPECT_EQ(placeOf(&s::newContext), 17u);
+  EXPECT_EQ(placeOf(&s::releaseCurrentContext), 18u);
+  EXPECT_EQ(placeOf(&s::newLabel), 19u);
+  EXPECT_EQ(placeOf(&s::data), 20u);
+  EXPECT_EQ(placeOf(&s::swapData), 21u);
+}
+
+TEST(VirtualOrder, Deserializers)
+{
+  typedef msa::cAbstractDeserializer d;
+  EXPECT_EQ(placeOf(&d::loadBlock), 2u);
+  EXPECT_EQ(placeWith<signed char&>(&d::load), 3u);
+  EXPECT_EQ(placeWith<unsigned char&>(&d::load), 4u);
+  EXPECT_EQ(placeWith<unsigned short&>(&d::load), 5u);
+  EXPECT_EQ(placeWith<short&>(&d::load), 6u);
+  EXPECT_EQ(placeWith<unsigned int&>(&d::load), 7u);
+  EXPECT_EQ(placeWith<int&>(&d::load), 8u);
+  EXPECT_EQ(placeWith<mucs::cString&>(&d::load), 14u);
+  EXPECT_EQ(placeOf(&d::rewind), 15u);
+  EXPECT_EQ(placeOf(&d::eoc), 16u);
+  EXPECT_EQ(placeOf(&d::reserialize), 17u);
+  EXPECT_EQ(placeOf(&d::isContext), 18u);
+  EXPECT_EQ(placeOf(&d::isLabel), 19u);
+  EXPECT_EQ(placeOf(&d::getContext), 20u);
+  EXPECT_EQ(placeOf(&d::getNextContextTypeName), 21u);
+  EXPECT_EQ(placeOf(&d::getNextLabelName), 22u);
+  EXPECT_EQ(placeOf(&d::releaseCurrentContext), 23u);
+  EXPECT_EQ(placeOf(&d::findLabel), 24u);
+  EXPECT_EQ(placeOf(&d::tryFindLabel), 25u);
+}
+
+TEST(VirtualOrder, TypeReferences)
+{
+  typedef msa::cAbstractTypeReference r;
+  EXPECT_EQ(placeOf(&r::create), 2u);
+  EXPECT_EQ(placeOf(&r::store), 3u);
+  EXPECT_EQ(placeOf(&r::load), 4u);
+  EXPECT_EQ(placeOf(&r::mangeledTypeName), 5u);
+  EXPECT_EQ(placeOf(&r::typeName), 6u);
+  EXPECT_EQ(placeOf(&r::alterable), 7u);
+  EXPECT_EQ(placeOf(&r::readable), 8u);
+}
