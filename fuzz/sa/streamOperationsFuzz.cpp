@@ -120,9 +120,9 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* pData, size_t iSize)
     {
       __builtin_trap();
     }
-    deserializer.eoc();
-    deserializer.isContext();
-    deserializer.isLabel();
+    support::survive([&] { deserializer.eoc(); });
+    support::survive([&] { deserializer.isContext(); });
+    support::survive([&] { deserializer.isLabel(); });
   }
   for (; !open.empty(); open.pop_back())
   {
