@@ -1,6 +1,7 @@
 #include "pi/cSysTime.h"
 
 #include "std/cTime.h"
+#include "support/cZone.h"
 #include "support/virtualclock.h"
 
 #include <gtest/gtest.h>
@@ -13,35 +14,7 @@
 namespace
 {
 
-// Puts the process into a time zone for the life of the object.
-class cZone
-{
-public:
-  explicit cZone(char const* pName)
-  {
-    char const* const pFormer = getenv("TZ");
-    mHadFormer = pFormer != nullptr;
-    mFormer = mHadFormer ? pFormer : "";
-    setenv("TZ", pName, 1);
-    tzset();
-  }
-  ~cZone()
-  {
-    if (mHadFormer)
-    {
-      setenv("TZ", mFormer.c_str(), 1);
-    }
-    else
-    {
-      unsetenv("TZ");
-    }
-    tzset();
-  }
-
-private:
-  bool mHadFormer;
-  std::string mFormer;
-};
+using support::cZone;
 
 } // namespace
 

@@ -2,6 +2,7 @@
 
 #include "pi/cSysTime.h"
 #include "std/cAsciiString.h"
+#include "support/cZone.h"
 #include "support/virtualclock.h"
 
 #include <cstdlib>
@@ -13,39 +14,10 @@
 using mstd::cDate;
 using mstd::cDateTime;
 using mstd::cTime;
+using support::cZone;
 
 namespace
 {
-
-/// Another time zone for the scope.
-class cZone
-{
-public:
-  explicit cZone(char const* zone)
-  {
-    char const* const former = getenv("TZ");
-    mHadFormer = former != nullptr;
-    mFormer = mHadFormer ? former : "";
-    setenv("TZ", zone, 1);
-    tzset();
-  }
-  ~cZone()
-  {
-    if (mHadFormer)
-    {
-      setenv("TZ", mFormer.c_str(), 1);
-    }
-    else
-    {
-      unsetenv("TZ");
-    }
-    tzset();
-  }
-
-private:
-  bool mHadFormer;
-  std::string mFormer;
-};
 
 std::string format(cTime const& time, char const* text)
 {
