@@ -3,12 +3,33 @@
 #include "sa/cSAExceptions.h"
 #include "std/cAbstractException.h"
 #include "std/cAsciiString.h"
+#include "std/cSTDExceptions.h"
 
 #include <string.h>
 #include <utility>
 
 namespace msa
 {
+
+/// The span of a store() or load().
+class cReferenceFrame::cStreaming
+{
+public:
+  explicit cStreaming(cReferenceFrame const& frame) : mFrame(frame)
+  {
+    if (frame.mIsStreaming)
+    {
+      cSTDExceptions::throwAssertionFailed("!mIsStreaming", "sa/cReferenceFrame", __LINE__);
+    }
+    frame.mIsStreaming = true;
+  }
+  cStreaming(cStreaming const&) = delete;
+  cStreaming& operator=(cStreaming const&) = delete;
+  ~cStreaming() { mFrame.mIsStreaming = false; }
+
+private:
+  cReferenceFrame const& mFrame;
+};
 
 cReferenceFrame::cReferenceFrame(cReferenceFrame const& other) : cReferenceFrame()
 {
@@ -97,14 +118,36 @@ void cReferenceFrame::append_net(cReferenceFrame const& other)
 
 void cReferenceFrame::restartReading()
 {
-  mReadPos = cList::begin();
-  for (cAbstractTypeReference* reference : *this)
+  // Frames may be nested deeper than the stack, stand in several places, and contain themselves: each one that is met
+  // first goes to the end of a chain, on which the walk follows. The last one leads to itself.
+  cReferenceFrame* last = this;
+  mpNextRestarted = this;
+  for (cReferenceFrame* frame = this;; frame = frame->mpNextRestarted)
   {
-    if (cReferenceFrame* const nested = reference->isSubReferenceFrame())
+    frame->mReadPos = frame->cList::begin();
+    for (cAbstractTypeReference* reference : *frame)
     {
-      nested->restartReading();
+      cReferenceFrame* const nested = reference->isSubReferenceFrame();
+      if (nested != nullptr && nested->mpNextRestarted == nullptr)
+      {
+        last->mpNextRestarted = nested;
+        nested->mpNextRestarted = nested;
+        last = nested;
+      }
+    }
+    if (frame == last)
+    {
+      break;
     }
   }
+  cReferenceFrame* frame = this;
+  while (frame != last)
+  {
+    cReferenceFrame* const next = frame->mpNextRestarted;
+    frame->mpNextRestarted = nullptr;
+    frame = next;
+  }
+  last->mpNextRestarted = nullptr;
 }
 
 void cReferenceFrame::checkName(cAbstractTypeReference& reference, char const* pMangledName, char const* pName)
@@ -117,6 +160,7 @@ void cReferenceFrame::checkName(cAbstractTypeReference& reference, char const* p
 
 void cReferenceFrame::store(cAbstractSerializer& serializer) const
 {
+  cStreaming const streaming(*this);
   try
   {
     for (cAbstractTypeReference* reference : *this)
@@ -142,6 +186,7 @@ bool isSelected(cAbstractTypeReference const& reference, bool bAlterable, bool b
 
 void cReferenceFrame::store(cAbstractSerializer& serializer, bool bAlterable, bool bReadable) const
 {
+  cStreaming const streaming(*this);
   try
   {
     for (cAbstractTypeReference* reference : *this)
@@ -160,6 +205,7 @@ void cReferenceFrame::store(cAbstractSerializer& serializer, bool bAlterable, bo
 
 void cReferenceFrame::load(cAbstractDeserializer& deserializer)
 {
+  cStreaming const streaming(*this);
   try
   {
     for (cAbstractTypeReference* reference : *this)
@@ -175,6 +221,7 @@ void cReferenceFrame::load(cAbstractDeserializer& deserializer)
 
 void cReferenceFrame::load(cAbstractDeserializer& deserializer, bool bAlterable, bool bReadable)
 {
+  cStreaming const streaming(*this);
   try
   {
     for (cAbstractTypeReference* reference : *this)
@@ -193,6 +240,7 @@ void cReferenceFrame::load(cAbstractDeserializer& deserializer, bool bAlterable,
 
 void cReferenceFrame::loadLast(cAbstractDeserializer& deserializer)
 {
+  cStreaming const streaming(*this);
   try
   {
     cList::last()->load(deserializer);

@@ -46,7 +46,10 @@ public:
   typedef cList::const_iterator const_iterator;
 
   /// Empty.
-  cReferenceFrame() noexcept : cList(cList::Object), mReadPos(cList::end()), miInline(0) {}
+  cReferenceFrame() noexcept
+      : cList(cList::Object), mReadPos(cList::end()), mpNextRestarted(nullptr), mIsStreaming(false), miInline(0)
+  {
+  }
   /// Refers to the same variables; the reading position is at the start.
   cReferenceFrame(cReferenceFrame const& other);
   cReferenceFrame& operator=(cReferenceFrame const& other);
@@ -60,7 +63,7 @@ public:
   /// was empty is then the first reference.
   template <class T>
   cReferenceFrame& addRef(T& value, bool bAlterable, bool bReadable);
-  /// Appends a nested frame, which must not contain this one.
+  /// Appends a nested frame. Frames that come to contain themselves can be read and not be streamed.
   cReferenceFrame& addRef(cReferenceFrame& frame, bool bAlterable, bool bReadable)
   {
     return addRef<cReferenceFrame>(frame, bAlterable, bReadable);
@@ -86,12 +89,14 @@ public:
   /// mstd::cTypeMissmatchException. The argument only names the type.
   template <class T>
   T& readNext(T const* pTag = nullptr);
-  /// Sets the reading position to the start, here and in all nested frames.
+  /// Sets the reading position to the start, here and in all nested frames, at any depth. O(number of references), and
+  /// no stack for nested frames.
   void restartReading();
 
   /// \name Streams
   /// A failure of a reference comes as a mstd::cRuntimeException with the failure linked behind it. What was written or
-  /// read before it stays.
+  /// read before it stays. A frame that is to be streamed while it is being streamed, because it contains itself, is an
+  /// assertion failure. Each level of nested frames takes some stack.
   /// @{
   /// Writes all values.
   void store(cAbstractSerializer& serializer) const;
@@ -150,7 +155,11 @@ private:
   void moveNodes(cPlace* pFrom, cPlace* pTo) noexcept;
   static void checkName(cAbstractTypeReference& reference, char const* pMangledName, char const* pName);
 
+  class cStreaming;
+
   iterator mReadPos;
+  cReferenceFrame* mpNextRestarted; // chain of those that a restart has met; null in all others
+  mutable bool mIsStreaming;
   unsigned int miInline; // places taken
   cPlace mPlaces[InlineReferences];
 };

@@ -9,12 +9,14 @@
 #include "std/tArrayRef.h"
 #include "std/tConstArrayRef.h"
 #include "support/cAllocationFault.h"
+#include "support/cCaptureOut.h"
 #include "support/exceptionText.h"
 #include "support/foreignType.h"
 #include "support/rangeChecks.h"
 
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -454,6 +456,81 @@ TEST_F(cReferenceFrame, ANestedFrameIsFoundAndStarted)
   EXPECT_EQ(&inner, copy.currentReference().isSubReferenceFrame());
   copy.restartReading();
   EXPECT_EQ(&mInts[4], &innermost.readNext<int>());
+}
+
+TEST_F(cReferenceFrame, ARestartReachesNestedFramesAtAnyDepth)
+{
+  std::deque<msa::cReferenceFrame> frames(200000);
+  for (size_t i = 0; i + 1 < frames.size(); ++i)
+  {
+    frames[i].addRef(frames[i + 1], true, true);
+    frames[i].skipNext();
+  }
+  fill(frames.back(), 2);
+  frames.back().skipNext();
+  frames.front().restartReading();
+  for (msa::cReferenceFrame& frame : frames)
+  {
+    ASSERT_EQ(*frame.begin(), &frame.currentReference());
+  }
+}
+
+TEST_F(cReferenceFrame, ANestedFrameInManyPlacesIsRestartedOnce)
+{
+  std::deque<msa::cReferenceFrame> frames(60); // 2^59 ways lead to the last one
+  for (size_t i = 0; i + 1 < frames.size(); ++i)
+  {
+    frames[i].addRef(frames[i + 1], true, true).addRef(frames[i + 1], true, true);
+  }
+  fill(frames.back(), 2);
+  frames.back().skipNext();
+  frames.front().restartReading();
+  EXPECT_EQ(&mInts[0], &frames.back().readNext<int>());
+  // each walk begins anew, wherever it begins
+  frames[30].skipNext();
+  frames.front().restartReading();
+  EXPECT_EQ(&mInts[0], &frames.back().readNext<int>());
+  EXPECT_EQ(*frames[30].begin(), &frames[30].currentReference());
+  frames[31].skipNext();
+  frames[30].restartReading();
+  EXPECT_EQ(&mInts[0], &frames.back().readNext<int>());
+  EXPECT_EQ(*frames[31].begin(), &frames[31].currentReference());
+}
+
+TEST_F(cReferenceFrame, AFrameThatContainsItselfIsReadAndNotStreamed)
+{
+  msa::cReferenceFrame inner;
+  msa::cReferenceFrame frame;
+  frame.addRef(inner, true, true);
+  inner = frame;
+  fill(inner, 1);
+  inner.skipNext();
+  frame.restartReading();
+  EXPECT_EQ(&inner, &inner.readNext<msa::cReferenceFrame>());
+  EXPECT_EQ(&mInts[0], &inner.readNext<int>());
+  EXPECT_FALSE(inner.canRead());
+
+  support::cCaptureOut mute;
+  auto const check = [](std::string const& message, auto const& action) {
+    mstd::cRuntimeException const e = support::caught<mstd::cRuntimeException>(action);
+    EXPECT_EQ(message, support::messageOf(e));
+    ASSERT_NE(nullptr, e.history());
+    EXPECT_NE(std::string::npos, support::messageOf(*e.history()).find("(!mIsStreaming)!"));
+    EXPECT_EQ(nullptr, e.history()->history());
+  };
+  msa::cSerializeBinary stream;
+  msa::cDeserializeBinary reader;
+  for (int i = 0; i < 2; ++i) // the failure of the first time is over at the second one
+  {
+    check("Serialization error (cReferenceFrame)!", [&] { inner.store(stream); });
+    check("Serialization error (cReferenceFrame::storeAlterable)!", [&] { inner.store(stream, true, true); });
+    check("Deserialization error in (cReferenceFrame)!", [&] { inner.load(reader); });
+    check("Deserialization error in (cReferenceFrame::load-alterables)!", [&] { inner.load(reader, true, true); });
+  }
+  msa::cReferenceFrame last;
+  last.addRef(last, true, true);
+  check("Deserialization error in (cReferenceFrame::loadFirst)!", [&] { last.loadLast(reader); });
+  EXPECT_EQ("", bytesOf(stream));
 }
 
 TEST_F(cReferenceFrame, StoreWritesTheValuesOneBehindTheOther)
