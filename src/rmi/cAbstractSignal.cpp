@@ -48,7 +48,27 @@ void cAbstractSignal::exportSignal(cConnectable& connectable, mstd::cAsciiString
 {
   mstd::cAsciiString const returnType = returnTypeString();
   mstd::cAsciiString const paramTypes = parametersTypeString();
-  addParameterInfo(connectable.registerSignal(name, returnType, paramTypes, type, description, *this));
+  cPublicSignal const* const former = mpPublicSignal;
+  cPublicSignal& published = connectable.registerSignal(name, returnType, paramTypes, type, description, *this);
+  try
+  {
+    addParameterInfo(published);
+  }
+  catch (...)
+  {
+    mpPublicSignal = former;
+    mstd::tPtrList<cPublicSignal>& list = connectable.codRSignals();
+    mstd::tPtrList<cPublicSignal>::iterator it = list.begin();
+    while (it != list.end() && *it != &published)
+    {
+      ++it;
+    }
+    if (it != list.end()) // it may have been cleared away
+    {
+      list.erase(it);
+    }
+    throw;
+  }
 }
 
 void cAbstractSignal::checkNIC(unsigned int count)

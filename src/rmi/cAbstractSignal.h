@@ -68,7 +68,7 @@ public:
   mstd::cAsciiString publicSignalName() const;
   /// Publishes the signal on `connectable`, with the types that it tells of itself. The description goes with the
   /// connectable, or when that is cleared: a signal that lives on has to lose it by setPublicSignal(0), or may not be
-  /// asked for its name any more.
+  /// asked for its name any more. A failure publishes nothing, and the signal keeps the name that it had.
   void exportSignal(cConnectable& connectable, mstd::cAsciiString const& name, InterfaceType type,
                     mstd::cAsciiString const& description);
 

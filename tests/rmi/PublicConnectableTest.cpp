@@ -262,6 +262,44 @@ TEST(PublicConnectable, ExportSignalPublishesWhatTheSignalTells)
   EXPECT_EQ(0u, receiver.findPublicSignal("local").parameters().length());
 }
 
+TEST(PublicConnectable, ASignalThatCannotDescribeItselfIsNotPublished)
+{
+  class cShy : public mrmi::localSignal0<piVoid>
+  {
+  public:
+    void addParameterInfo(mrmi::cPublicSignal& published) override
+    {
+      EXPECT_EQ("sig", toString(published.name()));
+      EXPECT_EQ("sig", toString(publicSignalName())); // it is published already
+      if (mpToClear != nullptr)
+      {
+        mpToClear->clear();
+      }
+      throw 5;
+    }
+    mrmi::cConnectable* mpToClear = nullptr;
+  };
+  cReceiver receiver;
+  cShy signal;
+  EXPECT_THROW(signal.exportSignal(receiver, "sig", 0, ""), int);
+  EXPECT_FALSE(signal.isPublicSignal());
+  EXPECT_THROW(receiver.findPublicSignal("sig"), mrmi::cNoSuchSignalException);
+  // what was published before stays, also the name of the signal
+  mrmi::localSignal0<piVoid> other;
+  receiver.registerSignal("other", "", "", 0, "", other);
+  receiver.registerSignal("former", "", "", 0, "", signal);
+  EXPECT_THROW(signal.exportSignal(receiver, "sig", 0, ""), int);
+  EXPECT_EQ("former", toString(signal.publicSignalName()));
+  EXPECT_EQ(2u, receiver.hasPublicSignals()->length());
+  EXPECT_EQ(&other, &receiver.findSignal("other"));
+  EXPECT_EQ(&signal, &receiver.findSignal("former"));
+  // the description may be gone already
+  cReceiver cleared;
+  signal.mpToClear = &cleared;
+  EXPECT_THROW(signal.exportSignal(cleared, "sig", 0, ""), int);
+  EXPECT_TRUE(cleared.hasPublicSignals()->empty());
+}
+
 TEST(PublicConnectable, ARemoteSlotComesFromTheStreamAndTheFactory)
 {
   cReceiver source;
