@@ -13,6 +13,7 @@
 #include "std/cSTDExceptions.h"
 #include "std/debugLines.h"
 #include "std/exceptionMessage.h"
+#include "ucs/cLILocale.h"
 #include "ucs/cLIMessage.h"
 #include "ucs/cString.h"
 
@@ -152,12 +153,23 @@ void cAbstractException::store(msa::cAbstractSerializer& serializer) const
 
 void cAbstractException::load(msa::cAbstractDeserializer& deserializer)
 {
+  setMarks(loadMarks(deserializer));
+}
+
+cAbstractException::cMarks cAbstractException::loadMarks(msa::cAbstractDeserializer& deserializer)
+{
   unsigned int type = 0;
-  bool outOfMemory = false;
+  cMarks marks;
   type << deserializer;
-  outOfMemory << deserializer;
-  mType = type == Bug ? Bug : Runtime;
-  mOutOfMemory = outOfMemory;
+  marks.mOutOfMemory << deserializer;
+  marks.mType = type == Bug ? Bug : Runtime;
+  return marks;
+}
+
+void cAbstractException::setMarks(cMarks const& marks) noexcept
+{
+  mType = marks.mType;
+  mOutOfMemory = marks.mOutOfMemory;
   copyText(mSourceFile, 0, MaxFileNameLength);
   miSourceLine = 0;
   ::memset(mBackTrace, 0, sizeof(mBackTrace));
@@ -356,9 +368,8 @@ tAutoPtr<cAbstractException> cAbstractException::createFromStream(msa::cAbstract
   return newest;
 }
 
-// No locale can be given yet, so every text is the English one.
 void cAbstractException::createMessage(cAbstractException const& e, mucs::cString& out, unsigned int,
-                                       mucs::cLILocale const*)
+                                       mucs::cLILocale const* locale)
 {
   mucs::cLIMessage const* const message = e.liMessage();
   if (message == 0)
@@ -367,7 +378,14 @@ void cAbstractException::createMessage(cAbstractException const& e, mucs::cStrin
     return;
   }
   mucs::cString text;
-  message->untranslated(text);
+  if (locale != 0)
+  {
+    locale->translate(*message, text, 0);
+  }
+  else
+  {
+    message->untranslated(text);
+  }
   out += text;
 }
 

@@ -91,7 +91,7 @@ public:
   /// behind.
   virtual void store(msa::cAbstractSerializer& serializer) const;
   /// Reads what store() wrote, but for the class name, by which somebody has chosen this object. Leaves no place and no
-  /// back trace: those of the reader mean nothing.
+  /// back trace: those of the reader mean nothing. What can't be read leaves the exception as it was.
   virtual void load(msa::cAbstractDeserializer& deserializer);
   /// True if this object lost something for lack of memory when it was copied.
   virtual bool outOfMemoryCondition() const;
@@ -136,7 +136,7 @@ public:
                                                        cAbstractExceptionFactory const& factory);
 
   /// Appends the text of `e` alone to `out`: its message, or its what text if it has none. `flags` has no effect.
-  /// Without a locale the English wording is taken.
+  /// The message is read in the language of `locale`, or in English without one.
   static void createMessage(cAbstractException const& e, mucs::cString& out, unsigned int flags = NewestOnly,
                             mucs::cLILocale const* locale = 0);
   /// Replaces `out` by the text of this exception and, as the MessageFlags say, of its history, newest first with
@@ -148,6 +148,16 @@ protected:
   /// Both texts may be null, and are then empty.
   cAbstractException(char const* what, Type type, char const* file, unsigned int line);
   cAbstractException(cAbstractException const& other);
+
+  /// What load() reads here, for classes that read more and change nothing before they have it all.
+  struct cMarks
+  {
+    Type mType;
+    bool mOutOfMemory;
+  };
+  static cMarks loadMarks(msa::cAbstractDeserializer& deserializer);
+  /// Takes the marks over, and drops place and back trace.
+  void setMarks(cMarks const& marks) noexcept;
 
   /// Copies a field of a copied exception. If there is no memory for it the field stays as it is, and the copy gets
   /// the out-of-memory mark.

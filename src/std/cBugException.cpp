@@ -32,8 +32,9 @@ void cBugException::store(msa::cAbstractSerializer& serializer) const
 
 void cBugException::load(msa::cAbstractDeserializer& deserializer)
 {
-  cAbstractException::load(deserializer);
+  cMarks const marks = loadMarks(deserializer);
   mMessage << deserializer;
+  setMarks(marks);
 }
 
 void cBugException::setMsg(mucs::cLIMessage const& message)

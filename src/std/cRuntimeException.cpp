@@ -31,8 +31,9 @@ void cRuntimeException::store(msa::cAbstractSerializer& serializer) const
 
 void cRuntimeException::load(msa::cAbstractDeserializer& deserializer)
 {
-  cAbstractException::load(deserializer);
+  cMarks const marks = loadMarks(deserializer);
   mMessage << deserializer;
+  setMarks(marks);
 }
 
 void cRuntimeException::setMessage(mucs::cLIMessage const& message)

@@ -181,6 +181,43 @@ TEST(StreamedException, LoadReadsWhatFollowsTheName)
   EXPECT_EQ(e.backtrace(), nullptr);
 }
 
+template <class E>
+void expectFailedLoadsLeave(E& e, unsigned int iOtherType)
+{
+  std::string const whole = bytesOf({number("piUInt32", iOtherType), mark(true), message("text")});
+  mstd::cAbstractException::Type const type = e.type();
+  unsigned int const iLine = e.sourceFileLine();
+  support::cCaptureOut mute;
+  for (size_t length = 0; length < whole.size(); ++length)
+  {
+    msa::cDeserializeBinary deserializer(given(whole.substr(0, length)));
+    EXPECT_THROW(e.load(deserializer), mstd::cAbstractException) << length;
+    EXPECT_EQ(e.type(), type) << length;
+    EXPECT_FALSE(e.outOfMemoryCondition()) << length;
+    EXPECT_EQ(messageOf(e), "old") << length;
+    EXPECT_STREQ(e.sourceFileName(), "old.cpp") << length;
+    EXPECT_EQ(e.sourceFileLine(), iLine) << length;
+    EXPECT_NE(e.backtrace(), nullptr) << length;
+    ASSERT_NE(e.history(), nullptr) << length;
+  }
+  msa::cDeserializeBinary deserializer(given(whole));
+  e.load(deserializer);
+  EXPECT_NE(e.type(), type);
+  EXPECT_EQ(messageOf(e), "text");
+  EXPECT_NE(e.history(), nullptr); // no part of the record
+}
+
+TEST(StreamedException, LoadThatFailsLeavesTheExceptionAsItWas)
+{
+  mstd::cRuntimeException const older(mucs::cLIMessage("older"), nullptr, 0);
+  mstd::cBugException bug(mucs::cLIMessage("old"), "old.cpp", 5);
+  bug.link(older);
+  expectFailedLoadsLeave(bug, 1);
+  mstd::cRuntimeException runtime(mucs::cLIMessage("old"), "old.cpp", 6);
+  runtime.link(older);
+  expectFailedLoadsLeave(runtime, 0);
+}
+
 TEST(StreamedException, TellsTheDebugOutputOnce)
 {
   support::cCaptureOut out;
