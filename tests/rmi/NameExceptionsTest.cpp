@@ -1,4 +1,5 @@
 #include "rmi/cCallParameterMissmatchException.h"
+#include "rmi/cConnectable.h"
 #include "rmi/cNoSuchSignalException.h"
 #include "rmi/cNoSuchSlotException.h"
 #include "rmi/cPublicSlot.h"
@@ -8,6 +9,7 @@
 #include "sa/containerStream.h"
 #include "std/cRuntimeException.h"
 #include "std/tVector.h"
+#include "support/cPublishing.h"
 #include "support/exceptionText.h"
 
 #include <gtest/gtest.h>
@@ -106,6 +108,30 @@ TEST(cCallParameterMissmatchException, ItTellsTheNameOrThatThereIsNone)
   EXPECT_EQ("", toString(none.slotName()));
   checkShape(e, none, "cCallParameterMissmatchException",
              [](mrmi::cCallParameterMissmatchException const& x) { return toString(x.slotName()); });
+}
+
+TEST(cRMIExceptions, TheWholeHistoryOfTheCauseStandsBehind)
+{
+  mstd::cRuntimeException cause(mucs::cLIMessage("cause"), nullptr, 0);
+  cause.link(mstd::cRuntimeException(mucs::cLIMessage("root"), nullptr, 0));
+  mrmi::cConnectable object;
+  mrmi::cPublicSlot const slot("open", "piVoid", "piBool", "",
+                               mstd::tAutoPtr<mrmi::cAbstractSlotCall>(new support::cPokeCall(object, [] {})));
+  auto const chainOf = [](auto const& e) {
+    std::string text;
+    for (mstd::cAbstractException const* pOlder = e.history(); pOlder != nullptr; pOlder = pOlder->history())
+    {
+      text += messageOf(*pOlder) + "|";
+    }
+    return text;
+  };
+  EXPECT_EQ("Definition: \"piVoid open(piBool)\"|cause|root|",
+            chainOf(caught<mrmi::cCallParameterMissmatchException>(
+                [&] { mrmi::cRMIExceptions::throwParameterMissmatch(&slot, cause); })));
+  EXPECT_EQ("cause|root|", chainOf(caught<mrmi::cCallParameterMissmatchException>(
+                               [&] { mrmi::cRMIExceptions::throwParameterMissmatch(nullptr, cause); })));
+  EXPECT_EQ("cause|root|",
+            chainOf(caught<mstd::cBugException>([&] { mrmi::cRMIExceptions::throwMissingReturnValue(cause); })));
 }
 
 TEST(cRMIExceptions, LookUpFailuresAreRaisedByTheirClass)

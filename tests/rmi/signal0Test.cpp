@@ -5,6 +5,7 @@
 #include "rmi/cIndirectResolvingSlotCall0.h"
 #include "rmi/cNoSuchSlotException.h"
 #include "rmi/cPublicSignal.h"
+#include "rmi/cPublicSlot.h"
 #include "rmi/cUnconnectedSignalException.h"
 #include "std/cBugException.h"
 #include "support/cCaptureOut.h"
@@ -134,6 +135,51 @@ TEST(signal0, AResolvingConnectionCallsTheSlotThatItFound)
   target.findPublicSlot("poke"); // the name does not matter any more
   signal();
   EXPECT_EQ(2, target.miCalls);
+}
+
+TEST(signal0, AResolvingConnectionStaysWithItsSlot)
+{
+  cTarget target;
+  std::string calls;
+  target.mBody = [&] { calls += "1"; };
+  tSignal resolving;
+  tSignal lazy;
+  resolving.connect(target, "poke", cAbstractSignal::ResolveOnConnect);
+  lazy.connect(target, "poke", cAbstractSignal::ResolveOnCall);
+  mstd::tAutoPtr<mrmi::cAbstractSlotCall> const call(new support::cPokeCall(target, [&] { calls += "2"; }));
+  target.codRSlots().prepend(new mrmi::cPublicSlot("poke", "", "", "", call)); // now the first of that name
+  resolving();
+  EXPECT_EQ("1", calls);
+  lazy();
+  EXPECT_EQ("12", calls);
+}
+
+TEST(signal0, ACallByNameHandsOverAPlaceForTheResultOnly)
+{
+  class cLooking : public support::cPokeCall
+  {
+  public:
+    cLooking(mrmi::cConnectable& object, int& iLooks) : support::cPokeCall(object, [] {}), mLooks(iLooks) {}
+    void callRef(msa::cReferenceFrame& frame) const override
+    {
+      ++mLooks;
+      EXPECT_EQ(1u, frame.length());
+      EXPECT_STREQ("piVoid", frame.currentReference().typeName());
+      EXPECT_TRUE(frame.currentReference().alterable());
+      EXPECT_FALSE(frame.currentReference().readable());
+    }
+
+  private:
+    int& mLooks;
+  };
+  int iLooks = 0;
+  cTarget target(false);
+  target.registerSlot("look", "", "", "", mstd::tAutoPtr<mrmi::cAbstractSlotCall>(new cLooking(target, iLooks)));
+  tSignal signal;
+  signal.connect(target, "look", cAbstractSignal::ResolveOnCall);
+  signal.connect(target, "look", cAbstractSignal::ResolveOnConnect);
+  signal();
+  EXPECT_EQ(2, iLooks);
 }
 
 TEST(signal0, ConnectionsByNameAreAppended)

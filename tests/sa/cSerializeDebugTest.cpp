@@ -1,5 +1,7 @@
 #include "sa/cSerializeDebug.h"
 
+#include "mp/cLocker.h"
+#include "pi/cAbstractOut.h"
 #include "pi/cSystem.h"
 #include "sa/cContext.h"
 #include "sa/cDummyContextData.h"
@@ -15,6 +17,7 @@
 
 #include <limits>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace
@@ -209,6 +212,42 @@ TEST(cSerializeDebug, ClosingWithoutAContextStaysAtTheMargin)
               dump.releaseCurrentContext();
               1 >> dump;
             }));
+}
+
+TEST(cSerializeDebug, ALineIsWrittenUnderTheLockOfTheOutput)
+{
+  class cWatching : public mpi::cAbstractOut
+  {
+  public:
+    cWatching() : mpFormer(mpi::system().out.linked()) { mpi::system().out.link(this); }
+    ~cWatching() override { mpi::system().out.link(mpFormer); }
+    void printChar(char c) override
+    {
+      mText += c;
+      std::thread([this] {
+        mp::cLocker& locker = *mpi::system().out.mutex();
+        bool const isFree = locker.doTryLock();
+        if (isFree)
+        {
+          locker.doUnlock();
+        }
+        miFree += isFree ? 1 : 0;
+      }).join();
+    }
+
+    std::string mText;
+    int miFree = 0;
+
+  private:
+    mpi::cAbstractOut* mpFormer;
+  };
+  cWatching watching;
+  msa::cSerializeDebug dump;
+  dump.store(1);
+  EXPECT_EQ("piInt32 = 1;\r\n", watching.mText);
+  EXPECT_EQ(0, watching.miFree);
+  EXPECT_TRUE(mpi::system().out.mutex()->doTryLock()); // free again
+  mpi::system().out.mutex()->doUnlock();
 }
 
 TEST(cSerializeDebug, ThereAreNoBytes)
