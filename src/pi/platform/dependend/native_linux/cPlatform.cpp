@@ -4,6 +4,8 @@
 #include "pi/cAbstractPlatformInfo.h"
 #include "pi/cAbstractProcessEvents.h"
 #include "pi/cAbstractRunnableImpl.h"
+#include "pi/platform/dependend/native_linux/cLinuxClassLoader.h"
+#include "pi/platform/dependend/native_linux/cLinuxFsImpl.h"
 #include "pi/platform/dependend/native_linux/cLinuxMutexImpl.h"
 #include "pi/platform/dependend/native_linux/cLinuxPlatformInfo.h"
 #include "pi/platform/dependend/native_linux/cLinuxThreadImpl.h"
@@ -161,6 +163,16 @@ mstd::tAutoPtr<mpi::cAbstractMutexImpl> cPlatform::createMutexImpl()
 mstd::tAutoPtr<mpi::cAbstractRunnableImpl> cPlatform::createThread(void (*function)(void*), void* argument)
 {
   return mstd::tAutoPtr<mpi::cAbstractRunnableImpl>(new cLinuxThreadImpl(function, argument));
+}
+
+mstd::tAutoPtr<mpi::cAbstractClassLoader> cPlatform::createClassLoader(mucs::cString const& fileName)
+{
+  return mstd::tAutoPtr<mpi::cAbstractClassLoader>(new cLinuxClassLoader(fileName));
+}
+
+mstd::tAutoPtr<mio::cAbstractFsImpl> cPlatform::createFsImpl(mio::cFs& fs)
+{
+  return mstd::tAutoPtr<mio::cAbstractFsImpl>(new cLinuxFsImpl(fs));
 }
 
 mstd::tAutoPtr<mpi::cAbstractPlatformInfo> cPlatform::createPlatformInfo()
