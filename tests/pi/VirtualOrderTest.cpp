@@ -5,6 +5,7 @@
 #include "pi/cAbstractProcessEvents.h"
 #include "pi/cAbstractRunnableImpl.h"
 #include "pi/cWork.h"
+#include "rmi/cAbstractRMIFactory.h"
 #include "rmi/cAbstractSignal.h"
 #include "rmi/cAbstractSlotCall0.h"
 #include "sa/cAbstractDeserializer.h"
@@ -163,6 +164,13 @@ TEST(VirtualOrder, SlotCalls)
   EXPECT_EQ(placeOf(&c0::returnTypeString), 7u);
   EXPECT_EQ(placeOf(&c0::callRef), 8u);
   EXPECT_EQ(placeOf(&c0::createConnectedInstance), 9u);
+}
+
+TEST(VirtualOrder, RemoteCalls)
+{
+  typedef mrmi::cAbstractRMIFactory f;
+  EXPECT_EQ(placeOf(&f::createRemoteSlotCall), 2u);
+  EXPECT_EQ(placeOf(&f::createRemoteSignal), 3u);
 }
 
 TEST(VirtualOrder, Encoders)

@@ -635,7 +635,9 @@ TEST(PublicConnectable, ASlotCalledThroughStreamsMayDestroyItsConnectableAndFail
   std::vector<std::string> deaths;
   cReceiver* pReceiver = new cReceiver;
   pReceiver->registerSlot("x", "", "", "", tCall(new cMortalCall(*pReceiver, deaths, "x", [&] {
+                            std::vector<std::string> const& seen = deaths;
                             delete pReceiver;
+                            EXPECT_TRUE(seen.empty()) << "the slot call still runs";
                             throw 5;
                           })));
   msa::cDeserializeBinary arguments;

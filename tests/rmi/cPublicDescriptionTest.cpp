@@ -97,6 +97,15 @@ TEST(cSSValue, EachFieldCountsInAComparison)
   EXPECT_TRUE(value != valueOf("a", "b", true, true));
 }
 
+TEST(cSSValue, SwapExchangesAllFour)
+{
+  mrmi::cSSValue left = valueOf("a", "b", true, false);
+  mrmi::cSSValue right = valueOf("c", "d", false, true);
+  left.swap(right);
+  EXPECT_TRUE(left == valueOf("c", "d", false, true));
+  EXPECT_TRUE(right == valueOf("a", "b", true, false));
+}
+
 TEST(cSSValue, ItsRecordIsTwoTextsAndTwoFlags)
 {
   msa::cSerializeBinary expected;
