@@ -80,7 +80,8 @@ cSystem::cDefaults::cDefaults(mstd::cNumberConversionFormat& rNumberFormat, mucs
 }
 
 cSystem::cSystem(cSystemImpl& impl)
-    : defaults(impl.mNumberFormat, impl.mEnDec), wq(impl.mWorkQueue), out(impl.mOut), caches(impl.mCaches)
+    : defaults(impl.mNumberFormat, impl.mEnDec), fs(impl.mFs), extensions(impl.mExtensions), locale(impl.mLocale),
+      wq(impl.mWorkQueue), out(impl.mOut), caches(impl.mCaches)
 {
 }
 
@@ -117,6 +118,7 @@ void cSystem::cleanup()
   cSystemImpl* pImpl = implHolder.mpObject.get();
   if (pImpl != 0)
   {
+    pImpl->mExtensions.clear(); // while everything that they may use is alive
     pImpl->mCaches.clear();
   }
   destroyFacade();

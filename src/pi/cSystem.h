@@ -6,6 +6,16 @@
 class cAbstractKROApp;
 class cSystemImpl;
 
+namespace mce
+{
+class cCoreExtensionMgr;
+} // namespace mce
+
+namespace mio
+{
+class cFs;
+} // namespace mio
+
 namespace mstd
 {
 class cNumberConversionFormat;
@@ -14,6 +24,7 @@ class cNumberConversionFormat;
 namespace mucs
 {
 class cAbstractEnDec;
+class cLILocale;
 } // namespace mucs
 
 namespace mpi
@@ -49,6 +60,9 @@ public:
   cSystem& operator=(cSystem const&) = delete;
 
   cDefaults defaults;
+  mio::cFs& fs;                       ///< The file system of whoever names no other.
+  mce::cCoreExtensionMgr& extensions; ///< Encoders, serializers and network addresses by name.
+  mucs::cLILocale& locale;            ///< The language of the debug output, English until a locale is loaded.
   mpi::cWorkQueue& wq;
   mpi::cAbstractOut& out;
   mpi::cGlobalCaches& caches;
@@ -60,10 +74,10 @@ public:
   static cAbstractKROApp& app();
   /// Makes `pApp`, which stays its owner's, the application. Without a root it does nothing: call mpi::system() first.
   static void setApp(cAbstractKROApp* pApp);
-  /// Tears the root down: caches, work with the debug output still alive, then all members in reverse order. All
-  /// references to the root are invalid afterwards. The next mpi::system() builds a new one. Does nothing without a
-  /// root, and nothing when called by a destructor during the tear-down. At the end of the process, or when the library
-  /// is unloaded, it happens by itself.
+  /// Tears the root down: core extensions, caches, work with the debug output still alive, then all members in reverse
+  /// order. All references to the root are invalid afterwards. The next mpi::system() builds a new one. Does nothing
+  /// without a root, and nothing when called by a destructor during the tear-down. At the end of the process, or when
+  /// the library is unloaded, it happens by itself.
   static void cleanup();
 };
 

@@ -7,7 +7,7 @@ unsigned int const defaultBase = 10;
 
 } // namespace
 
-cSystemImpl::cSystemImpl() : mNumberFormat(defaultBase), mpApp(0) {}
+cSystemImpl::cSystemImpl() : mNumberFormat(defaultBase), mFs(mEnDec), mLocale(0), mpApp(0) {}
 
 cSystemImpl::~cSystemImpl()
 {

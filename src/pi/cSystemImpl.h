@@ -1,11 +1,14 @@
 #ifndef MORTISE_PI_CSYSTEMIMPL_H
 #define MORTISE_PI_CSYSTEMIMPL_H
 
+#include "io/cFs.h"
+#include "mce/cCoreExtensionMgr.h"
 #include "pi/cDebugStdErr.h"
 #include "pi/cGlobalCaches.h"
 #include "pi/cWorkQueue.h"
 #include "std/cNumberConversionFormat.h"
 #include "ucs/cEnDecUTF8.h"
+#include "ucs/cLILocale.h"
 
 class cAbstractKROApp;
 
@@ -21,6 +24,9 @@ public:
 
   mstd::cNumberConversionFormat mNumberFormat;
   mucs::cEnDecUTF8 mEnDec;
+  mio::cFs mFs;
+  mce::cCoreExtensionMgr mExtensions;
+  mucs::cLILocale mLocale;
   mpi::cWorkQueue mWorkQueue;
   mpi::cDebugStdErr mOut;
   mpi::cGlobalCaches mCaches;
