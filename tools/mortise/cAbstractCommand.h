@@ -9,7 +9,7 @@ public:
   enum ExitCode
   {
     Fine = 0,
-    Damaged = 1,
+    Damaged = 1, ///< what was looked at is not whole
     Unusable = 2 ///< wrong arguments, or a file that can't be read or written
   };
 

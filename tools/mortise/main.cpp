@@ -1,6 +1,7 @@
 // mortise: the command line tool of the library. Each sub-command is a class of its own.
 #include "cDumpCommand.h"
 #include "cMessage.h"
+#include "cTrCommand.h"
 #include "pi/cSystem.h"
 #include "std/cAbstractException.h"
 
@@ -12,11 +13,12 @@ int main(int argc, char** argv)
   try
   {
     mpi::system();
-    CLI::App app("Looks at what programs with the mortise library store.", "mortise");
+    CLI::App app("Helps to build programs with the mortise library, and looks at what they store.", "mortise");
     app.set_version_flag("--version", "mortise " MORTISE_TOOL_VERSION);
     app.require_subcommand(1);
     cDumpCommand dump(app);
-    cAbstractCommand* const commands[] = {&dump};
+    cTrCommand tr(app);
+    cAbstractCommand* const commands[] = {&dump, &tr};
     try
     {
       app.parse(argc, argv);
