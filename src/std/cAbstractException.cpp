@@ -1,5 +1,6 @@
 #include "std/cAbstractException.h"
 
+#include "mcs/cComponentLocation.h"
 #include "mp/cLocker.h"
 #include "pi/breakPoint.h"
 #include "pi/cAbstractOut.h"
@@ -83,6 +84,17 @@ cAbstractException::cAbstractException(cAbstractException const& other)
   ::memcpy(mSourceFile, other.mSourceFile, sizeof(mSourceFile));
   ::memcpy(mWhat, other.mWhat, sizeof(mWhat));
   ::memcpy(mBackTrace, other.mBackTrace, sizeof(mBackTrace));
+  if (other.mpRemoteLocation != 0)
+  {
+    try
+    {
+      mpRemoteLocation = new mcs::cComponentLocation(*other.mpRemoteLocation);
+    }
+    catch (std::bad_alloc const&)
+    {
+      mOutOfMemory = true;
+    }
+  }
   if (other.mIsCopiedAlone)
   {
     other.mIsCopiedAlone = false;
@@ -95,6 +107,7 @@ cAbstractException::cAbstractException(cAbstractException const& other)
 
 cAbstractException::~cAbstractException()
 {
+  delete mpRemoteLocation;
   destroyHistory();
 }
 
@@ -294,6 +307,13 @@ mucs::cLIMessage cAbstractException::toMessage() const
     return *message;
   }
   return mucs::cLIMessage() << "$MTR$%s%" << mWhat;
+}
+
+void cAbstractException::setRemoteInfo(mcs::cComponentLocation const& location)
+{
+  mcs::cComponentLocation* const copy = new mcs::cComponentLocation(location);
+  delete mpRemoteLocation;
+  mpRemoteLocation = copy;
 }
 
 void cAbstractException::link(cAbstractException* older)

@@ -119,7 +119,8 @@ public:
   bool hasOutOfMemoryCondition() const;
   /// The message to show: that of this exception, "Out of memory!" if the chain has the mark, else the what text.
   mucs::cLIMessage toMessage() const;
-  /// Marks the exception as remote; a copy of the location replaces any earlier one.
+  /// Marks the exception as remote; a copy of the location replaces any earlier one. Raises std::bad_alloc and changes
+  /// nothing then.
   void setRemoteInfo(mcs::cComponentLocation const& location);
   /// Hangs `older`, which becomes owned, to the end of the chain. Null changes nothing.
   void link(cAbstractException* older);

@@ -1,5 +1,6 @@
 #include "std/cAbstractException.h"
 
+#include "mcs/cComponentLocation.h"
 #include "pi/cSystem.h"
 #include "pi/piStackTrace.h"
 #include "std/cAbstractExceptionFactory.h"
@@ -424,15 +425,60 @@ TEST(cAbstractException, AssignmentDeletesTheOldHistoryBeforeItTakesTheNewOne)
   EXPECT_EQ(4, cPlainException::lives);
 }
 
-TEST(cAbstractException, AssignmentDoesNotChangeIsRemoteOfTheTarget)
+TEST(cAbstractException, TheRemoteLocationIsACopyThatTheNextOneReplaces)
+{
+  cRuntimeException e = runtimeError("far");
+  {
+    mcs::cComponentLocation const bench(mstd::cAsciiString("1:5-812@bench:left"));
+    e.setRemoteInfo(bench);
+  }
+  EXPECT_TRUE(e.isRemote());
+  EXPECT_STREQ("1:5-812@bench:left", e.remoteLocation().toString().c_str());
+  e.setRemoteInfo(mcs::cComponentLocation(mstd::cAsciiString("2:6-1@desk")));
+  EXPECT_STREQ("2:6-1@desk", e.remoteLocation().toString().c_str());
+  e.setRemoteInfo(e.remoteLocation());
+  EXPECT_STREQ("2:6-1@desk", e.remoteLocation().toString().c_str());
+}
+
+TEST(cAbstractException, ACopyHasARemoteLocationOfItsOwn)
+{
+  std::unique_ptr<cRuntimeException> original(new cRuntimeException(runtimeError("far")));
+  original->setRemoteInfo(mcs::cComponentLocation(mstd::cAsciiString("1:5-812@bench")));
+  cRuntimeException const copy(*original);
+  std::unique_ptr<cAbstractException> const clone(original->createObject());
+  original.reset();
+  EXPECT_STREQ("1:5-812@bench", copy.remoteLocation().toString().c_str());
+  EXPECT_STREQ("1:5-812@bench", clone->remoteLocation().toString().c_str());
+}
+
+TEST(cAbstractException, ACopyWithoutMemoryForTheRemoteLocationIsLocalAndMarked)
+{
+  if (!support::cAllocationFault::seesNew())
+  {
+    GTEST_SKIP() << "the allocations are not seen here";
+  }
+  cPlainException original("far");
+  original.setRemoteInfo(mcs::cComponentLocation(mstd::cAsciiString("1:5-812@bench")));
+  support::cAllocationFault fault(1);
+  cPlainException const copy(original);
+  fault.disarm();
+  ASSERT_TRUE(fault.hasFired());
+  EXPECT_FALSE(copy.isRemote());
+  EXPECT_TRUE(copy.outOfMemoryCondition());
+}
+
+TEST(cAbstractException, TheRemoteLocationStaysWithItsObject)
 {
   cRuntimeException target = runtimeError("target");
-  cRuntimeException const source = runtimeError("source");
-  bool const before = target.isRemote();
+  cRuntimeException source = runtimeError("source");
+  source.setRemoteInfo(mcs::cComponentLocation(mstd::cAsciiString("1:5-812@bench")));
   target = source;
-  EXPECT_EQ(before, target.isRemote());
-  target.swap(*std::unique_ptr<cRuntimeException>(new cRuntimeException(source)));
-  EXPECT_EQ(before, target.isRemote());
+  EXPECT_FALSE(target.isRemote());
+  target.swap(source);
+  EXPECT_FALSE(target.isRemote());
+  EXPECT_TRUE(source.isRemote());
+  source = target;
+  EXPECT_STREQ("1:5-812@bench", source.remoteLocation().toString().c_str());
 }
 
 TEST(cAbstractException, SelfAssignmentIsHarmless)
