@@ -8,6 +8,11 @@ namespace mstd
 class cAsciiString;
 } // namespace mstd
 
+namespace mucs
+{
+class cString;
+} // namespace mucs
+
 namespace mpi
 {
 
@@ -22,6 +27,10 @@ public:
   virtual mstd::cAsciiString osSharedObjectFilePrefix() const = 0;
   virtual mstd::cAsciiString osSharedObjectFileSuffix() const = 0;
   virtual mstd::cAsciiString osAppFileExtension() const = 0;
+
+  /// Makes the file name of a shared object from the plain name of a module, with its directory if it has one: "foo" is
+  /// "libfoo.so" on Linux. What stands behind the first point of the name is lost.
+  void osSpecificSOName(mucs::cString& name) const;
 };
 
 } // namespace mpi

@@ -1,0 +1,188 @@
+#include "mcs/cInterfaceDep.h"
+
+#include "mcs/cAbstractComponent.h"
+#include "mcs/cAbstractInterface.h"
+#include "mcs/cManagedComponent.h"
+#include "mcs/cModuleMgr.h"
+#include "rmi/cDirectLocalSlotCall1.h"
+#include "std/cSTDExceptions.h"
+
+namespace mcs
+{
+
+cInterfaceDep::cInterfaceDep(cModuleMgr& manager, cInterfaceDesc const& wanted, cAbstractInterface* pInterface,
+                             selectionAlgo eSelection)
+    : mpOwner(nullptr), mManager(manager), mWanted(wanted), mSelection(eSelection), mState(Unmatched),
+      mpInterface(pInterface)
+{
+  connectToManager();
+}
+
+cInterfaceDep::cInterfaceDep(cAbstractComponent& owner, cInterfaceDesc const& wanted, cAbstractInterface* pInterface,
+                             selectionAlgo eSelection)
+    : mpOwner(&owner), mManager(owner.moduleMgr()), mWanted(wanted), mSelection(eSelection), mState(Unmatched),
+      mpInterface(pInterface)
+{
+  connectToManager();
+  owner.addInterfaceDep(this);
+}
+
+cInterfaceDep::~cInterfaceDep()
+{
+  if (mpOwner != nullptr)
+  {
+    mpOwner->removeInterfaceDep(this);
+  }
+}
+
+void cInterfaceDep::connectToManager()
+{
+  sigInterfaceAddress.setInvocationBehavior(mrmi::cAbstractSignal::IgnoreIfUnconnected);
+  sigInterfaceLost.setInvocationBehavior(mrmi::cAbstractSignal::IgnoreIfUnconnected);
+  mManager.sigComponentRegistered.connect(mrmi::cDirectLocalSlotCall1(*this, &cInterfaceDep::sltComponentRegistered));
+  mManager.sigComponentRemoved.connect(mrmi::cDirectLocalSlotCall1(*this, &cInterfaceDep::sltComponentRemoved));
+}
+
+bool cInterfaceDep::validateMatch(cMatchedDependency const& match)
+{
+  return match.valid();
+}
+
+cComponentAddr const& cInterfaceDep::address() const
+{
+  return mMatch.location().address();
+}
+
+void cInterfaceDep::addPossibleLocation(cComponentLocation const& location, bool bUseOnly)
+{
+  if (!bUseOnly)
+  {
+    cSTDExceptions::throwUnsupportedOperation(
+        mstd::cAsciiString("cInterfaceDep::addPossibleLocation(useUnpredictable)"));
+  }
+  mPossible.append(location);
+}
+
+void cInterfaceDep::setExplicit(cComponentLocation const& location)
+{
+  invalidateMatch();
+  mSelection = saUseExcplicit;
+  cAbstractComponent& component = mManager.findComponent(location);
+  if (hasPotentialyMatchingInterface(component) != nullptr)
+  {
+    makeMatch(component);
+  }
+}
+
+void cInterfaceDep::recalc()
+{
+  for (cManagedComponent* const managed : mManager.components())
+  {
+    recalc(managed->component());
+  }
+}
+
+void cInterfaceDep::recalc(cAbstractComponent& candidate)
+{
+  switch (mSelection)
+  {
+  case saUseExcplicit:
+    recalcUseExcplicit();
+    break;
+  case saUseFirstBest:
+    recalcUseFirstBest(candidate);
+    break;
+  case saUseInteractive:
+    cSTDExceptions::throwUnsupportedOperation(mstd::cAsciiString("cInterfaceDep::saUseInteractive"));
+  }
+}
+
+void cInterfaceDep::recalcUseExcplicit()
+{
+  if (mState == Matched && !validateMatch(mMatch))
+  {
+    invalidateMatch();
+  }
+}
+
+void cInterfaceDep::recalcUseFirstBest(cAbstractComponent& candidate)
+{
+  recalcUseExcplicit();
+  if (mState == Unmatched && hasMatchingInterface(candidate) != nullptr)
+  {
+    makeMatch(candidate);
+  }
+}
+
+cAbstractInterface* cInterfaceDep::hasPotentialyMatchingInterface(cAbstractComponent& component) const
+{
+  return component.hasMatchingInterface(mWanted);
+}
+
+cAbstractInterface* cInterfaceDep::hasMatchingInterface(cAbstractComponent& component) const
+{
+  cAbstractInterface* const interface = hasPotentialyMatchingInterface(component);
+  if (interface == nullptr)
+  {
+    return nullptr;
+  }
+  for (cComponentLocation const& excluded : mExcluded)
+  {
+    if (component.location() == excluded)
+    {
+      return nullptr;
+    }
+  }
+  for (cComponentLocation const& possible : mPossible)
+  {
+    if (component.location().hostName() == possible.hostName())
+    {
+      return interface;
+    }
+  }
+  return mPossible.empty() ? interface : nullptr;
+}
+
+void cInterfaceDep::makeMatch(cAbstractComponent& component)
+{
+  if (mpInterface != nullptr)
+  {
+    mpInterface->interfaceMatched();
+  }
+  sigInterfaceAddress(component.address());
+  mMatch.set(component.location());
+  mState = Matched;
+}
+
+void cInterfaceDep::invalidateMatch()
+{
+  mMatch.invalidate();
+  if (mpInterface != nullptr)
+  {
+    mpInterface->interfaceUnmatched();
+  }
+  if (mState == Matched)
+  {
+    sigInterfaceLost();
+  }
+  mState = Unmatched;
+}
+
+void cInterfaceDep::sltComponentRegistered(cAbstractComponent& component)
+{
+  recalc(component);
+}
+
+void cInterfaceDep::sltComponentRemoved(cAbstractComponent& component)
+{
+  if (mMatch.valid() && mMatch.location() == component.location())
+  {
+    mMatch.invalidate();
+    if (mpOwner != nullptr)
+    {
+      mpOwner->modifyInterfaceDep();
+    }
+  }
+}
+
+} // namespace mcs
