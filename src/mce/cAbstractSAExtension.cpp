@@ -1,0 +1,13 @@
+#include "mce/cAbstractSAExtension.h"
+
+namespace mce
+{
+
+cAbstractSAExtension::~cAbstractSAExtension() {}
+
+cAbstractCoreExtension::ExtensionType cAbstractSAExtension::extensionType() const
+{
+  return SA;
+}
+
+} // namespace mce

@@ -1,0 +1,38 @@
+#ifndef MORTISE_MCE_CEXTENSIONPAIR_H
+#define MORTISE_MCE_CEXTENSIONPAIR_H
+
+#include "std/tAutoPtr.h"
+
+namespace mcs
+{
+class cAbstractPlugIn;
+}
+
+namespace mce
+{
+class cAbstractCoreExtension;
+
+/// An extension, and what keeps it: the plug-in that it is part of, with the class loader of that, or this entry.
+class MORTISE_API cExtensionPair
+{
+public:
+  explicit cExtensionPair(mstd::tAutoPtr<cAbstractCoreExtension> pExtension);
+  /// Takes the plug-in's extension; what that raises leaves the plug-in with the argument, which is destroyed.
+  explicit cExtensionPair(mstd::tAutoPtr<mcs::cAbstractPlugIn> pPlugIn);
+  cExtensionPair(cExtensionPair const&) = delete; // it owns the extension
+  cExtensionPair& operator=(cExtensionPair const&) = delete;
+  /// The plug-in goes first, then its class loader, and with that the library.
+  ~cExtensionPair();
+
+  cAbstractCoreExtension& extension() const { return *mpExtension; }
+  mcs::cAbstractPlugIn* plugIn() const { return mpPlugIn; }
+
+private:
+  cAbstractCoreExtension* mpExtension;
+  mcs::cAbstractPlugIn* mpPlugIn;
+  mstd::tAutoPtr<cAbstractCoreExtension> mpHolder;
+};
+
+} // namespace mce
+
+#endif

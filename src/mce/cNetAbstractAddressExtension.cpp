@@ -1,0 +1,13 @@
+#include "mce/cNetAbstractAddressExtension.h"
+
+namespace mce
+{
+
+cNetAbstractAddressExtension::~cNetAbstractAddressExtension() {}
+
+cAbstractCoreExtension::ExtensionType cNetAbstractAddressExtension::extensionType() const
+{
+  return NetAddress;
+}
+
+} // namespace mce
