@@ -22,8 +22,8 @@ public:
   {
     NeverStarted = 0,
     Started = 1,       ///< start() was called, the thread has not begun
-    Running = 2,       ///< run() is being executed
-    StopRequested = 3, ///< stop() was called; remains if no thread was running then
+    Running = 2,       ///< run() is being executed, and nobody has called stop()
+    StopRequested = 3, ///< stop() was called; remains until run() returns, and without a thread until start()
     Finished = 4       ///< run() has returned
   };
 
@@ -41,7 +41,9 @@ public:
   /// stays at state 1.
   void start();
   /// Requests the end of run() and waits for it. A run() that doesn't return blocks for good.
-  /// A request made before the thread has begun is kept: run() then starts with isStopInProgress() true.
+  /// A request made after start() and before the thread has begun is kept: the state goes from 3 to 4 and never is 2,
+  /// and run() starts with isStopInProgress() true. Were the state 2 then, run() would not learn of the request, and
+  /// stop() would wait for good.
   void stop();
 
   State state() const;
