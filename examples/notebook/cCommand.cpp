@@ -6,6 +6,7 @@
 #include "cTask.h"
 #include "cText.h"
 
+#include <errno.h>
 #include <stdio.h>
 #include <string.h>
 
@@ -38,9 +39,14 @@ int cCommand::run(int iCount, char** ppArguments)
     fputs(usage(), stdout);
     return 0;
   }
-  if (iCount < 2)
+  if (iCount == 0)
   {
-    return wrong("missing command behind the file", iCount == 1 ? ppArguments[0] : "");
+    fputs("notebook: missing FILE and COMMAND\nTry notebook --help.\n", stderr);
+    return 2;
+  }
+  if (iCount == 1)
+  {
+    return wrong("missing command behind the file", ppArguments[0]);
   }
   mpPath = ppArguments[0];
   char const* const command = ppArguments[1];
@@ -239,5 +245,10 @@ int cCommand::list(bool bExport)
   {
     fprintf(stderr, "notebook: %u entries are of kinds that this version does not know\n", notebook.skipped());
   }
-  return fflush(stdout) == 0 && !ferror(stdout) ? 0 : 1;
+  if (fflush(stdout) != 0 || ferror(stdout))
+  {
+    fprintf(stderr, "notebook: standard output: %s\n", strerror(errno));
+    return 1;
+  }
+  return 0;
 }

@@ -224,6 +224,13 @@ class Notebook(unittest.TestCase):
         self.assertEqual(self.read(), before)
         self.assertEqual(os.listdir(self.folder), ["notes"])
 
+    def test_AListThatCannotBeWrittenIsToldOf(self):
+        self.fill()
+        for command in ("list", "export"):
+            with open("/dev/full", "wb") as full:
+                done = subprocess.run(PROGRAM + [self.file, command], stdout=full, stderr=subprocess.PIPE, timeout=LIMIT, check=False)
+            self.assertEqual((done.returncode, done.stderr), (1, b"notebook: standard output: No space left on device\n"))
+
     def test_KeepsModeAndLinkOfTheFile(self):
         self.fill()
         os.chmod(self.file, 0o640)
@@ -253,7 +260,8 @@ class Notebook(unittest.TestCase):
             self.assertEqual((done.returncode, done.stdout), (2, ""), arguments)
             self.assertIn("Try notebook --help.", done.stderr)
         self.assertEqual(os.listdir(self.folder), [])
-        self.assertEqual(self.run_program().returncode, 2)
+        done = self.run_program()
+        self.assertEqual((done.returncode, done.stderr), (2, "notebook: missing FILE and COMMAND\nTry notebook --help.\n"))
 
     def test_HelpTellsTheCommands(self):
         done = self.run_program("--help")
