@@ -65,17 +65,22 @@ unsigned int placesInBlock(unsigned int const* pText, unsigned int c)
 }
 #endif
 
-/// A bit for each of the next elements, up to a block of them, that is `c`.
-unsigned int placesOf(unsigned int const* pText, unsigned int iLength, unsigned int c)
+/// A bit for each element, up to a block of them, from `iStart` on that is `c`.
+unsigned int placesOf(unsigned int const* pText, unsigned int iLength, unsigned int iStart, unsigned int c)
 {
+  unsigned int const iLeft = iLength - iStart;
+  if (iLeft >= BlockLength)
+  {
+    return placesInBlock(pText + iStart, c);
+  }
   if (iLength >= BlockLength)
   {
-    return placesInBlock(pText, c);
+    return placesInBlock(pText + iLength - BlockLength, c) >> (BlockLength - iLeft);
   }
   unsigned int places = 0;
-  for (unsigned int i = 0; i < iLength; ++i)
+  for (unsigned int i = 0; i < iLeft; ++i)
   {
-    places |= static_cast<unsigned int>(pText[i] == c) << i;
+    places |= static_cast<unsigned int>(pText[iStart + i] == c) << i;
   }
   return places;
 }
@@ -96,8 +101,7 @@ public:
   {
     for (unsigned int block = 0; block < miLength; block += BlockLength)
     {
-      for (unsigned int slashes = placesOf(mpText + block, miLength - block, Slash); slashes != 0;
-           slashes &= slashes - 1)
+      for (unsigned int slashes = placesOf(mpText, miLength, block, Slash); slashes != 0; slashes &= slashes - 1)
       {
         if (!takeUpTo(block + static_cast<unsigned int>(__builtin_ctz(slashes))))
         {
@@ -211,20 +215,23 @@ private:
   void take(unsigned int iEnd)
   {
     unsigned int const iCount = iEnd - miRead;
-    if (miWritten != miRead)
+    unsigned int const iGap = miRead - miWritten;
+    if (iGap != 0)
     {
       unsigned int const* const pSource = mpText + miRead;
       unsigned int* const pTarget = mpText + miWritten;
-      if (iCount > BlockLength)
+      unsigned int const iQuad = 4;
+      if (iGap >= iQuad && miLength - iEnd >= iQuad)
       {
-        memmove(pTarget, pSource, iCount * sizeof(*pSource));
+        // Words are short: whole quads cost less than a call, and what is too much goes where nothing counts any more.
+        for (unsigned int i = 0; i < iCount; i += iQuad)
+        {
+          memcpy(pTarget + i, pSource + i, iQuad * sizeof(*pSource));
+        }
       }
       else
       {
-        for (unsigned int i = 0; i < iCount; ++i)
-        {
-          pTarget[i] = pSource[i];
-        }
+        memmove(pTarget, pSource, iCount * sizeof(*pSource));
       }
     }
     miWritten += iCount;
@@ -264,6 +271,71 @@ void fixupText(cString& sPath, bool& isEscaped)
   isEscaped = fixup.isEscaped();
   sPath.truncate(iLength);
 }
+
+/// Appends `sIn` as setPath() wants it, but for the normal form; returns the drive letter.
+char appendPath(cString const& sIn, cString& sText)
+{
+  unsigned int const iLength = sIn.length();
+  if (iLength == 0)
+  {
+    sText.appendC("./", 2);
+    return 0;
+  }
+  char const letter = mio::driveLetter(sIn);
+  unsigned int const iPrefix = letter != 0 ? 2 : 0;
+  unsigned int const iTaken = iLength - iPrefix;
+  unsigned int const* const pIn = sIn.data();
+  unsigned int const iSlash = isSeparator(pIn[iLength - 1]) ? 0 : 1;
+  unsigned int* const pText = sText.extend(mstd::cArrayMemory::addLengths(iTaken, iSlash));
+  memcpy(pText, pIn + iPrefix, iTaken * sizeof(*pIn));
+  if (iSlash != 0)
+  {
+    pText[iTaken] = Slash;
+  }
+  for (unsigned int block = 0; block < iTaken;)
+  {
+    for (unsigned int places = placesOf(pText, iTaken, block, Backslash); places != 0; places &= places - 1)
+    {
+      pText[block + static_cast<unsigned int>(__builtin_ctz(places))] = Slash;
+    }
+    unsigned int const iLeft = iTaken - block;
+    block += iLeft < BlockLength ? iLeft : static_cast<unsigned int>(BlockLength);
+  }
+  return letter;
+}
+
+/// setPath() into an empty string, which holds anything if this fails.
+char makePath(cString const& sIn, cString& sEmpty, bool doFixup, mio::tPathHash* pCache)
+{
+  char const letter = appendPath(sIn, sEmpty);
+  if (!doFixup)
+  {
+    return letter;
+  }
+  bool isEscaped = false;
+  mio::fixupPath(sEmpty, isEscaped, pCache);
+  return isEscaped ? '\0' : letter;
+}
+
+/// Empties a string again that was to be filled.
+class cClearOnFailure
+{
+public:
+  explicit cClearOnFailure(cString& sText) : mpText(&sText) {}
+  cClearOnFailure(cClearOnFailure const&) = delete;
+  cClearOnFailure& operator=(cClearOnFailure const&) = delete;
+  ~cClearOnFailure()
+  {
+    if (mpText != nullptr)
+    {
+      mpText->clear();
+    }
+  }
+  void release() { mpText = nullptr; }
+
+private:
+  cString* mpText;
+};
 
 void store(mio::tPathHash& rTable, cString const& sKey, cString const& sValue)
 {
@@ -342,43 +414,15 @@ void storePathComponent(mucs::cString const& sIn, mucs::cString& sOut)
 
 char setPath(mucs::cString const& sIn, mucs::cString& sOut, bool doFixup, tPathHash* pCache)
 {
-  char letter = mio::driveLetter(sIn);
-  unsigned int const iPrefix = letter != 0 ? 2 : 0;
-  unsigned int const iTaken = sIn.length() - iPrefix;
+  if (sOut.capacity() == 0)
+  {
+    cClearOnFailure guard(sOut);
+    char const letter = makePath(sIn, sOut, doFixup, pCache);
+    guard.release();
+    return letter;
+  }
   mucs::cString text;
-  if (sIn.empty())
-  {
-    text = "./";
-  }
-  else
-  {
-    unsigned int const* const pIn = sIn.data();
-    unsigned int const iSlash = isSeparator(pIn[sIn.length() - 1]) ? 0 : 1;
-    unsigned int* const pText = text.extend(mstd::cArrayMemory::addLengths(iTaken, iSlash));
-    memcpy(pText, pIn + iPrefix, iTaken * sizeof(*pIn));
-    if (iSlash != 0)
-    {
-      pText[iTaken] = Slash;
-    }
-    for (unsigned int block = 0; block < iTaken;)
-    {
-      unsigned int const iLeft = iTaken - block;
-      for (unsigned int places = placesOf(pText + block, iLeft, Backslash); places != 0; places &= places - 1)
-      {
-        pText[block + static_cast<unsigned int>(__builtin_ctz(places))] = Slash;
-      }
-      block += iLeft < BlockLength ? iLeft : static_cast<unsigned int>(BlockLength);
-    }
-  }
-  if (doFixup)
-  {
-    bool isEscaped = false;
-    fixupPath(text, isEscaped, pCache);
-    if (isEscaped)
-    {
-      letter = 0;
-    }
-  }
+  char const letter = makePath(sIn, text, doFixup, pCache);
   sOut.swap(text);
   return letter;
 }
@@ -396,7 +440,8 @@ void fixupPath(mucs::cString& sPath, bool& isEscaped, tPathHash* pCache)
       return;
     }
   }
-  bool const isPlain = !sPath.fitOnErase() && sPath.growStep() <= mucs::cString().growStep();
+  // Shortening any other string may need memory.
+  bool const isPlain = !sPath.fitOnErase() && sPath.growStep() <= 2;
   bool escaped = false;
   if (pTable == nullptr && pCache == nullptr && isPlain)
   {
