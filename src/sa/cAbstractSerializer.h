@@ -74,6 +74,9 @@ public:
   virtual mstd::tArrayRef<char> data() = 0;
   /// Exchanges the bytes written with those of `data` and starts anew, without a copy where the format allows it.
   virtual void swapData(mstd::tArray<char>& data) = 0;
+  /// Writes data() to a file of the system's file system, which is made, or emptied before. Raises what opening and
+  /// writing raise; the file holds then what was written until then.
+  virtual void storeToFile(mucs::cString const& path);
 
   /// Whether compound values are to write themselves without labels. False at first.
   bool noLabelsPreferred() const { return mNoLabelsPreferred; }
