@@ -1,6 +1,7 @@
 #include "ucs/cLIMessage.h"
 
 #include "pi/cAbstractOut.h"
+#include "pi/cSystem.h"
 #include "sa/cAbstractDeserializer.h"
 #include "sa/cAbstractSerializer.h"
 #include "sa/cContext.h"
@@ -8,8 +9,11 @@
 #include "std/cAsciiString.h"
 #include "std/cNumberConversionFormat.h"
 #include "std/cSTDExceptions.h"
+#include "std/tConstArrayRef.h"
 #include "std/tList.h"
+#include "ucs/cAbstractEnDec.h"
 #include "ucs/cLIItem.h"
+#include "ucs/cLILocale.h"
 #include "ucs/cString.h"
 
 #include <limits>
@@ -546,8 +550,11 @@ msa::cAbstractDeserializer& cLIMessage::operator<<(msa::cAbstractDeserializer& s
 
 mpi::cAbstractOut& operator<<(mpi::cAbstractOut& oOut, cLIMessage const& mMessage)
 {
-  mstd::cAsciiString sText;
-  mMessage.untranslated(sText);
-  return oOut << sText;
+  mpi::cSystem& rSystem = mpi::system();
+  cString sText;
+  rSystem.locale.translate(mMessage, sText, 0);
+  mstd::tArray<char> aBytes;
+  rSystem.defaults.enDec.encode(sText, aBytes);
+  return oOut << mstd::cAsciiString(mstd::tConstArrayRef<char>(aBytes));
 }
 } // namespace mucs

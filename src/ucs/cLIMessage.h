@@ -104,7 +104,8 @@ private:
   mutable mstd::tAutoPtr<cImpl> mpImpl;
 };
 
-/// Writes the text of the message to the debug stream.
+/// Writes the message, in the language of the system's locale and in the system's default encoding, to the debug
+/// stream.
 MORTISE_API mpi::cAbstractOut& operator<<(mpi::cAbstractOut& oOut, cLIMessage const& mMessage);
 } // namespace mucs
 

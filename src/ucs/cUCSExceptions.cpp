@@ -3,7 +3,9 @@
 #include "std/cAsciiString.h"
 #include "std/cBugException.h"
 #include "std/cRuntimeException.h"
+#include "std/cSTDExceptions.h"
 #include "ucs/cLIMessage.h"
+#include "ucs/cString.h"
 
 namespace
 {
@@ -17,12 +19,21 @@ namespace
   throw mstd::cRuntimeException(mucs::cLIMessage() << key << parameter, 0, 0);
 }
 
-[[noreturn]] void throwWithHistory(char const* key, mstd::cAbstractException const& cause)
+[[noreturn]] void throwWithHistory(mucs::cLIMessage const& message, mstd::cAbstractException const& cause)
 {
-  mstd::cRuntimeException exception(mucs::cLIMessage() << key, 0, 0);
+  mstd::cRuntimeException exception(message, 0, 0);
   exception.link(cause);
   throw exception;
 }
+
+[[noreturn]] void throwWithHistory(char const* key, mstd::cAbstractException const& cause)
+{
+  throwWithHistory(mucs::cLIMessage() << key, cause);
+}
+
+char const cTranslationFormat[] = "tr";
+char const cQuoteExpected[] = "$MTR$\" expected!";
+char const cEqualsExpected[] = "$MTR$\"=\" expected!";
 } // namespace
 
 void cUCSExceptions::throwUCSDecodeError(mstd::cAbstractException const& cause)
@@ -73,4 +84,63 @@ void cUCSExceptions::throwUTF16InvalidSequence()
 void cUCSExceptions::throwUTF16UnmappableCharacter()
 {
   throwRuntime("$MTR$Unable to convert unmappable character to utf16!");
+}
+
+void cUCSExceptions::throwUnableToReadTranslationFile(mstd::cAbstractException const& cause,
+                                                      mucs::cString const& fileName)
+{
+  throwWithHistory(mucs::cLIMessage() << "$MTR$Unable to read translation file (%filename%)!" << fileName, cause);
+}
+
+void cUCSExceptions::throwUnableToParseTranslationFile(mstd::cAbstractException const& cause,
+                                                       mucs::cString const& fileName, unsigned int line)
+{
+  throwWithHistory(mucs::cLIMessage() << "$MTR$Unable to parse translation file (%filename%) line %line%!" << fileName
+                                      << line,
+                   cause);
+}
+
+void cUCSExceptions::throwTranslationQuoteExpected(mucs::cString const& fileName, unsigned int row)
+{
+  cSTDExceptions::throwTextParseError(mucs::cLIMessage() << cQuoteExpected, cTranslationFormat, fileName, row, 0);
+}
+
+void cUCSExceptions::throwTranslationEqualsExpected(mucs::cString const& fileName, unsigned int row)
+{
+  cSTDExceptions::throwTextParseError(mucs::cLIMessage() << cEqualsExpected, cTranslationFormat, fileName, row, 0);
+}
+
+void cUCSExceptions::throwIncludeDepthExceeded()
+{
+  throwRuntime("$MTR$Maximum include depth exceeded!");
+}
+
+void cUCSExceptions::throwTooManyIncludedFiles(unsigned int max)
+{
+  throwRuntime("$MTR$More than %max% files for one locale!", max);
+}
+
+void cUCSExceptions::throwQuoteExpected()
+{
+  throwRuntime(cQuoteExpected);
+}
+
+void cUCSExceptions::throwEqualsExpected()
+{
+  throwRuntime(cEqualsExpected);
+}
+
+void cUCSExceptions::throwOpeningParenthesisExpected()
+{
+  throwRuntime("$MTR$\"(\" expected!");
+}
+
+void cUCSExceptions::throwClosingParenthesisExpected()
+{
+  throwRuntime("$MTR$\")\" expected!");
+}
+
+void cUCSExceptions::throwFileNameExpected()
+{
+  throwRuntime("$MTR$Filename expected!");
 }

@@ -9,6 +9,11 @@ class cAbstractException;
 class cAsciiString;
 } // namespace mstd
 
+namespace mucs
+{
+class cString;
+} // namespace mucs
+
 /// The throw functions of Unicode text. None of them returns.
 class MORTISE_API cUCSExceptions
 {
@@ -34,6 +39,26 @@ public:
   [[noreturn]] static void throwUTF16InvalidSequence();
   /// cRuntimeException: a code point that is a surrogate or above 0x10FFFF.
   [[noreturn]] static void throwUTF16UnmappableCharacter();
+
+  /// cRuntimeException with a copy of `cause` as history. For whoever loads a translation file.
+  [[noreturn]] static void throwUnableToReadTranslationFile(mstd::cAbstractException const& cause,
+                                                            mucs::cString const& fileName);
+  /// cRuntimeException with a copy of `cause` as history. For whoever loads a translation file.
+  [[noreturn]] static void throwUnableToParseTranslationFile(mstd::cAbstractException const& cause,
+                                                             mucs::cString const& fileName, unsigned int line);
+  /// cTextParseException: a string in a translation file does not begin or does not end.
+  [[noreturn]] static void throwTranslationQuoteExpected(mucs::cString const& fileName, unsigned int row);
+  /// cTextParseException: no equals sign behind the key in a translation file.
+  [[noreturn]] static void throwTranslationEqualsExpected(mucs::cString const& fileName, unsigned int row);
+
+  // All of these are a cRuntimeException about a locale file.
+  [[noreturn]] static void throwIncludeDepthExceeded();
+  [[noreturn]] static void throwTooManyIncludedFiles(unsigned int max);
+  [[noreturn]] static void throwQuoteExpected();
+  [[noreturn]] static void throwEqualsExpected();
+  [[noreturn]] static void throwOpeningParenthesisExpected();
+  [[noreturn]] static void throwClosingParenthesisExpected();
+  [[noreturn]] static void throwFileNameExpected();
 };
 
 #endif

@@ -1,0 +1,6 @@
+#include "ucs/cAbstractLIFileSource.h"
+
+namespace mucs
+{
+cAbstractLIFileSource::~cAbstractLIFileSource() = default;
+} // namespace mucs
