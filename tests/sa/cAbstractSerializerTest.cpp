@@ -19,7 +19,7 @@ class cRecorder : public msa::cAbstractSerializer
 {
 public:
   using msa::cAbstractSerializer::store;
-  void storeBlock(char const*, unsigned int size) override { add("block ", size); }
+  void storeBlock(char const* data, unsigned int size) override { add(data == nullptr ? "null " : "block ", size); }
   void store(unsigned char value) override { add("uchar ", value); }
   void store(signed char value) override { add("char ", value); }
   void store(unsigned int value) override { add("uint32 ", value); }
@@ -96,6 +96,20 @@ TEST(cAbstractSerializer, EachTypeOfTheLanguageWritesItselfByItsOwnOperation)
   0.5 >> serializer;
   EXPECT_EQ(recorder.mLog, "bool 1;uint32 1;int32 -2;uint32 3;int32 -4;uint64 5;int64 -6;uchar 7;char -8;double "
                            "0.500000;");
+}
+
+TEST(cAbstractSerializer, AnEmptyArrayIsABlockOfNothing)
+{
+  cRecorder serializer;
+  mstd::tArray<char> array;
+  array >> serializer;
+  array.setFitOnErase(false);
+  array.append('x');
+  array >> serializer;
+  array.truncate(0); // has memory, but nothing in it
+  array >> serializer;
+  std::string const step = "uint32 " + std::to_string(array.growStep()) + ";";
+  EXPECT_EQ(serializer.mLog, step + "null 0;" + step + "block 1;" + step + "null 0;");
 }
 
 TEST(cAbstractSerializer, NoValueWritesNothing)

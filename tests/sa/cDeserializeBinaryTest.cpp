@@ -328,6 +328,28 @@ TEST_P(InArrayAndElsewhere, ALoadedTextHasTheSettingsOfAFreshOne)
   }
 }
 
+TEST_P(InArrayAndElsewhere, ALoadedTextHasThePoolOfAFreshOne)
+{
+  for (unsigned int length : {0u, 5u, 31u, 32u, 33u})
+  {
+    cSource reader(source(text(std::string(length, 'x')) + word(16) + word(length) + std::string(length, 'x')));
+    mstd::cAsciiString first;
+    mucs::cString firstWide;
+    reader->load(first);
+    reader->load(firstWide);
+    for (unsigned int before : {0u, 40u, 1000u})
+    {
+      mstd::cAsciiString again(std::string(before, 'y').c_str());
+      mucs::cString againWide(std::string(before, 'y').c_str());
+      reader->rewind();
+      reader->load(again);
+      reader->load(againWide);
+      EXPECT_EQ(again.capacity(), first.capacity()) << length << " " << before;
+      EXPECT_EQ(againWide.capacity(), firstWide.capacity()) << length << " " << before;
+    }
+  }
+}
+
 TEST_P(InArrayAndElsewhere, ReadingIntoTheSameTextAgainAndAgainWorks)
 {
   std::string stream;
@@ -772,6 +794,13 @@ TEST(cDeserializeBinary, SteppingBehindTheEndDoesNotWrap)
   }
 }
 
+TEST_P(InArrayAndElsewhere, SteppingOverABlockTakesAll64BitsOfItsSize)
+{
+  cSource reader(source(word(3) + word(1) + "abc" + number(1)));
+  reader->skipType(cSerializeBinaryShared::RawBytes64);
+  EXPECT_EQ(reader->currentPos(), 0xFFFFFFFFu);
+}
+
 TEST_P(InArrayAndElsewhere, TheSearchForALabelWrapsAround)
 {
   cSource reader(source(label("a") + number(1) + contextOf(label("inner") + number(2)) + label("b") + text("x") +
@@ -922,11 +951,46 @@ TEST_P(InArrayAndElsewhere, AContextThatEndsBeforeItsContentIsRefused)
     cSource reader(source(named + label("l")));
     EXPECT_EQ(messageOf([&] { reader->getContext("rec"); }), invalidId(12)) << length;
     EXPECT_EQ(messageOf([&] { reader->tryFindLabel("l"); }), invalidId(12)) << length;
+    std::string flagged = named;
+    flagged.replace(16, 4, word(7)); // as good a flag as 1
+    cSource other(source(flagged + label("l")));
+    EXPECT_EQ(messageOf([&] { other->tryFindLabel("l"); }), invalidId(12)) << length;
   }
   named.replace(8, 4, word(27));
   cSource reader(source(named));
   cContext context(reader->getContext("rec"));
   EXPECT_TRUE(reader->eoc());
+}
+
+TEST_P(InArrayAndElsewhere, AHeaderAcrossTheEndOfTheOuterContextIsReadIdById)
+{
+  std::string const named = word(12) + word(4) + word(27) + word(8) + word(1) + text("abc");
+  std::string const unnamed = contextOf("");
+  for (std::string const& inner : {named, unnamed})
+  {
+    unsigned int const lastId = inner == named ? 20 : 12; // an id must be in front of the end, its payload need not
+    for (unsigned int covered = 0; covered <= inner.size(); ++covered)
+    {
+      cSource reader(source(contextOf(inner + number(1), 16 + covered)));
+      cContext outer(reader->getContext(nullptr));
+      std::string const outcome = messageOf([&] { cContext(reader->getContext(nullptr)).release(); });
+      EXPECT_EQ(outcome, covered > lastId ? "nothing" : EndOfContext) << inner.size() << " " << covered;
+      EXPECT_EQ(reader->currentPos(), covered > lastId ? 20 + inner.size() : 20u) << inner.size() << " " << covered;
+    }
+  }
+}
+
+TEST_P(InArrayAndElsewhere, ACutNameIsARangeExceptionAlsoIfNobodyAsksForIt)
+{
+  for (unsigned int count : {4u, 0x7FFFFFFFu, 0xFFFFFFF0u, 0xFFFFFFFFu})
+  {
+    // The length passes, so that only the name can be at fault.
+    cSource reader(source(word(12) + word(4) + word(0xFFFFFFFFu) + word(8) + word(1) + word(10) + word(count) + "abc"));
+    std::string const failure = support::failureOf([&] { reader->getContext(nullptr); });
+    EXPECT_EQ(failure.substr(0, failure.find(' ')), count > 0xFFFFFFFFu - 28 ? "bounds" : "range") << count;
+    EXPECT_EQ(support::failureOf([&] { reader->getNextContextTypeName(); }), failure) << count;
+    EXPECT_EQ(reader->currentPos(), 0u);
+  }
 }
 
 TEST(cDeserializeBinary, A64BitContextThatEndsBeforeItsContentIsRefusedAsSuch)

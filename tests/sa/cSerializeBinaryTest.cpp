@@ -492,6 +492,31 @@ TEST(cSerializeBinary, AfterARewindTheRestStaysUntilTheDataIsTaken)
   EXPECT_EQ(support::stringOf(array), madeOf(3));
 }
 
+TEST(cSerializeBinary, TakingTheDataGivesUnusedSectorsBackAndKeepsTheSettings)
+{
+  mstd::tArray<char> fresh;
+  fresh.setGrowStep(18);
+  fresh.setSize(8);
+  mstd::tArray<char> large(1000000);
+  cSerializeBinary serializer;
+  serializer.storeBlock(large.data(), large.length());
+  unsigned int const written = serializer.ownData().length();
+  EXPECT_GE(serializer.ownData().capacity(), written);
+  serializer.rewind();
+  1 >> serializer;
+  EXPECT_EQ(serializer.ownData().length(), 8u);
+  EXPECT_EQ(serializer.ownData().capacity(), fresh.capacity());
+  EXPECT_EQ(serializer.ownData().growStep(), fresh.growStep());
+  EXPECT_EQ(serializer.ownData().fitOnErase(), fresh.fitOnErase());
+
+  // The same for an array that came in with more than is written over it.
+  serializer.swapData(large);
+  1 >> serializer;
+  EXPECT_EQ(serializer.ownData().length(), 8u);
+  EXPECT_LT(serializer.ownData().capacity(), 1000u);
+  EXPECT_EQ(serializer.ownData().fitOnErase(), fresh.fitOnErase());
+}
+
 TEST(cSerializeBinary, ARolledBackContextStaysBehindThePositionInTheCallersArray)
 {
   mstd::tArray<char> array;
