@@ -24,13 +24,32 @@ bool endsInSeparator(cString const& sPath)
   return !sPath.empty() && isSeparator(sPath.data()[sPath.length() - 1]);
 }
 
+/// driveLetter() within this file, where it costs no call.
+char letterOf(unsigned int const* pText, unsigned int iLength)
+{
+  if (iLength < 2 || pText[1] != ':')
+  {
+    return 0;
+  }
+  unsigned int const iUpper = pText[0] & ~0x20u;
+  return iUpper >= 'A' && iUpper <= 'Z' ? static_cast<char>(iUpper) : '\0';
+}
+
+bool isRelativeText(unsigned int const* pText, unsigned int iLength)
+{
+  return iLength == 0 || (pText[0] != Slash && letterOf(pText, iLength) == 0);
+}
+
 enum : unsigned int
 {
+  QuadLength = 4,
   BlockLength = 16
 };
 
+// placesInQuad() and placesInBlock(): a bit for each element that is `a` or `b`, two ASCII characters.
 #if defined(__SSE2__)
 typedef int tWords __attribute__((vector_size(16)));
+typedef float tLanes __attribute__((vector_size(16)));
 typedef short tHalfs __attribute__((vector_size(16)));
 typedef char tBytes __attribute__((vector_size(16)));
 
@@ -41,79 +60,121 @@ tWords wordsAt(unsigned int const* pText)
   return words;
 }
 
-/// A bit for each of the elements of a block that is `c`, an ASCII character. Packing keeps ASCII apart from the rest,
-/// since what does not fit becomes the least or the largest value.
-unsigned int placesInBlock(unsigned int const* pText, unsigned int c)
+tBytes bytesOf(char c)
+{
+  return tBytes{c, c, c, c, c, c, c, c, c, c, c, c, c, c, c, c};
+}
+
+inline unsigned int placesInQuad(unsigned int const* pText, char a, char b)
+{
+  tWords const words = wordsAt(pText);
+  tWords const both = (words == static_cast<int>(a)) | (words == static_cast<int>(b));
+  return static_cast<unsigned int>(__builtin_ia32_movmskps(reinterpret_cast<tLanes>(both)));
+}
+
+// Packing keeps ASCII apart from the rest, since what does not fit becomes the least or the largest value.
+inline unsigned int placesInBlock(unsigned int const* pText, char a, char b)
 {
   tHalfs const low = __builtin_ia32_packssdw128(wordsAt(pText), wordsAt(pText + 4));
   tHalfs const high = __builtin_ia32_packssdw128(wordsAt(pText + 8), wordsAt(pText + 12));
   tBytes const bytes = reinterpret_cast<tBytes>(__builtin_ia32_packuswb128(low, high));
-  char const wanted = static_cast<char>(c);
-  tBytes const pattern = {wanted, wanted, wanted, wanted, wanted, wanted, wanted, wanted,
-                          wanted, wanted, wanted, wanted, wanted, wanted, wanted, wanted};
-  return static_cast<unsigned int>(__builtin_ia32_pmovmskb128(reinterpret_cast<tBytes>(bytes == pattern)));
+  tBytes const both = reinterpret_cast<tBytes>((bytes == bytesOf(a)) | (bytes == bytesOf(b)));
+  return static_cast<unsigned int>(__builtin_ia32_pmovmskb128(both));
 }
 #else
-unsigned int placesInBlock(unsigned int const* pText, unsigned int c)
+template <unsigned int Length>
+unsigned int placesIn(unsigned int const* pText, char a, char b)
 {
   unsigned int places = 0;
-  for (unsigned int i = 0; i < BlockLength; ++i)
+  for (unsigned int i = 0; i < Length; ++i)
   {
-    places |= static_cast<unsigned int>(pText[i] == c) << i;
+    places |=
+        static_cast<unsigned int>(pText[i] == static_cast<unsigned int>(a) || pText[i] == static_cast<unsigned int>(b))
+        << i;
   }
   return places;
 }
+
+unsigned int placesInQuad(unsigned int const* pText, char a, char b)
+{
+  return placesIn<QuadLength>(pText, a, b);
+}
+
+unsigned int placesInBlock(unsigned int const* pText, char a, char b)
+{
+  return placesIn<BlockLength>(pText, a, b);
+}
 #endif
 
-/// A bit for each element, up to a block of them, from `iStart` on that is `c`.
-unsigned int placesOf(unsigned int const* pText, unsigned int iLength, unsigned int iStart, unsigned int c)
+/// A bit for each element, up to a block of them, from `iStart` on that is `a` or `b`.
+unsigned int placesOf(unsigned int const* pText, unsigned int iLength, unsigned int iStart, char a, char b)
 {
   unsigned int const iLeft = iLength - iStart;
   if (iLeft >= BlockLength)
   {
-    return placesInBlock(pText + iStart, c);
+    return placesInBlock(pText + iStart, a, b);
   }
   if (iLength >= BlockLength)
   {
-    return placesInBlock(pText + iLength - BlockLength, c) >> (BlockLength - iLeft);
+    return placesInBlock(pText + iLength - BlockLength, a, b) >> (BlockLength - iLeft);
   }
   unsigned int places = 0;
+  if (iLeft >= QuadLength)
+  {
+    for (unsigned int i = 0; i < iLeft - QuadLength; i += QuadLength)
+    {
+      places |= placesInQuad(pText + i, a, b) << i;
+    }
+    return places | placesInQuad(pText + iLeft - QuadLength, a, b) << (iLeft - QuadLength);
+  }
   for (unsigned int i = 0; i < iLeft; ++i)
   {
-    places |= static_cast<unsigned int>(pText[iStart + i] == c) << i;
+    bool const stands = pText[i] == static_cast<unsigned int>(a) || pText[i] == static_cast<unsigned int>(b);
+    places |= static_cast<unsigned int>(stands) << i;
   }
   return places;
 }
 
-/// The walk of fixupPath() over a text. The result grows over the part of the text that is already read, which is never
-/// shorter.
+/// The walk that brings a text to its normal form. The result never is longer than what is already read, so that it may
+/// stand in the place of the text. In another place it needs room for one element more than the text has.
+///
+/// `InPlace` takes `/` alone for a slash. Otherwise `\` counts as one, too, and there is one at the end of the text in
+/// any case.
+template <bool InPlace>
 class cFixup
 {
 public:
-  cFixup(unsigned int* pText, unsigned int iLength, bool relative)
-      : mpText(pText), miLength(iLength), miRead(0), miWritten(0), mIsRelative(relative), mIsEscaped(false),
-        mIsFirst(true)
+  cFixup(unsigned int const* pSource, unsigned int iLength, unsigned int* pTarget, bool relative)
+      : mpSource(pSource), mpText(pTarget), miLength(iLength), miRead(0), miWritten(0), mIsRelative(relative),
+        mIsEscaped(false), mIsFirst(true)
   {
   }
 
   /// Length of the result.
   unsigned int run()
   {
-    for (unsigned int block = 0; block < miLength; block += BlockLength)
+    unsigned int block = 0;
+    while (block < miLength)
     {
-      for (unsigned int slashes = placesOf(mpText, miLength, block, Slash); slashes != 0; slashes &= slashes - 1)
+      unsigned int slashes = placesOf(mpSource, miLength, block, '/', InPlace ? '/' : '\\');
+      for (; slashes != 0; slashes &= slashes - 1)
       {
         if (!takeUpTo(block + static_cast<unsigned int>(__builtin_ctz(slashes))))
         {
           return finish();
         }
       }
-      if (miLength - block <= BlockLength)
-      {
-        break; // the next block may be beyond the last number
-      }
+      unsigned int const iLeft = miLength - block;
+      block += iLeft < BlockLength ? iLeft : static_cast<unsigned int>(BlockLength);
     }
-    take(miLength);
+    if (InPlace)
+    {
+      takeWord(miLength);
+    }
+    else if (miLength == 0 || miRead != miLength)
+    {
+      takeUpTo(miLength); // as if a slash stood there
+    }
     return finish();
   }
 
@@ -125,9 +186,11 @@ private:
   bool takeUpTo(unsigned int iSlash)
   {
     unsigned int const iBefore = iSlash - miRead;
-    if (__builtin_expect(iBefore != 0 && mpText[iSlash - 1] != Dot, 1))
+    if (__builtin_expect(iBefore != 0 && mpSource[iSlash - 1] != Dot, 1))
     {
-      take(iSlash + 1);
+      takeWord(iSlash);
+      mpText[miWritten++] = Slash;
+      miRead = iSlash + 1;
       mIsFirst = false;
       return true;
     }
@@ -137,34 +200,35 @@ private:
       {
         mpText[miWritten++] = Slash;
       }
-      ++miRead;
+      miRead = iSlash + 1;
       mIsFirst = false;
       return true;
     }
-    bool const climbs = iBefore > 1 && mpText[iSlash - 2] == Dot;
+    bool const climbs = iBefore > 1 && mpSource[iSlash - 2] == Dot;
     unsigned int const iKey = iSlash - (climbs ? 2 : 1);
     if (iKey != miRead)
     {
-      take(iKey);
+      takeWord(iKey);
       mIsFirst = false;
     }
+    miRead = iSlash + 1;
     if (climbs)
     {
       return climb();
     }
     if (mIsFirst)
     {
-      take(iSlash + 1);
+      mpText[0] = Dot;
+      mpText[1] = Slash;
+      miWritten = 2;
       mIsFirst = false;
     }
-    miRead = iSlash + 1;
     return true;
   }
 
-  /// Takes the key `../`, which is next to be read.
+  /// Does what the key `../` asks for. False at the end of the walk.
   bool climb()
   {
-    unsigned int const iKey = miRead;
     unsigned int iParent = miWritten < 2 ? 0 : miWritten - 1;
     while (iParent != 0 && !isSeparator(mpText[iParent - 1]))
     {
@@ -174,12 +238,11 @@ private:
     {
       if (mIsEscaped && isClimb(iParent))
       {
-        take(iKey + 3);
+        appendClimb();
       }
       else
       {
         miWritten = iParent;
-        miRead = iKey + 3;
       }
       return true;
     }
@@ -190,18 +253,17 @@ private:
     if (miWritten == 2 && mpText[0] == Dot && mpText[1] == Slash)
     {
       miWritten = 0;
-      take(iKey + 3);
+      appendClimb();
       return true;
     }
     if (miWritten != 0 && !isClimb(0))
     {
       miWritten = 0;
-      miRead = iKey + 3;
       return true;
     }
     mIsEscaped = true;
     mIsFirst = false;
-    take(iKey + 3);
+    appendClimb();
     return true;
   }
 
@@ -211,22 +273,29 @@ private:
     return miWritten - iStart == 3 && mpText[iStart] == Dot && mpText[iStart + 1] == Dot && mpText[iStart + 2] == Slash;
   }
 
-  /// Appends the text up to `iEnd` to the result.
-  void take(unsigned int iEnd)
+  void appendClimb()
+  {
+    mpText[miWritten] = Dot;
+    mpText[miWritten + 1] = Dot;
+    mpText[miWritten + 2] = Slash;
+    miWritten += 3;
+  }
+
+  /// Appends the text up to `iEnd`, which holds no key, to the result.
+  void takeWord(unsigned int iEnd)
   {
     unsigned int const iCount = iEnd - miRead;
     unsigned int const iGap = miRead - miWritten;
-    if (iGap != 0)
+    if (!InPlace || iGap != 0)
     {
-      unsigned int const* const pSource = mpText + miRead;
+      unsigned int const* const pSource = mpSource + miRead;
       unsigned int* const pTarget = mpText + miWritten;
-      unsigned int const iQuad = 4;
-      if (iGap >= iQuad && miLength - iEnd >= iQuad)
+      if ((!InPlace || iGap >= QuadLength) && miLength - iEnd >= QuadLength)
       {
         // Words are short: whole quads cost less than a call, and what is too much goes where nothing counts any more.
-        for (unsigned int i = 0; i < iCount; i += iQuad)
+        for (unsigned int i = 0; i < iCount; i += QuadLength)
         {
-          memcpy(pTarget + i, pSource + i, iQuad * sizeof(*pSource));
+          memcpy(pTarget + i, pSource + i, QuadLength * sizeof(*pSource));
         }
       }
       else
@@ -250,6 +319,7 @@ private:
     return miWritten;
   }
 
+  unsigned int const* mpSource;
   unsigned int* mpText;
   unsigned int miLength;
   unsigned int miRead;
@@ -261,60 +331,110 @@ private:
 
 void fixupText(cString& sPath, bool& isEscaped)
 {
-  if (sPath.empty())
+  unsigned int const iLength = sPath.length();
+  if (iLength == 0)
   {
     sPath = "./";
     return;
   }
-  cFixup fixup(sPath.data(), sPath.length(), mio::isRelative(sPath));
-  unsigned int const iLength = fixup.run();
+  unsigned int* const pText = sPath.data();
+  cFixup<true> fixup(pText, iLength, pText, isRelativeText(pText, iLength));
+  unsigned int const iNewLength = fixup.run();
   isEscaped = fixup.isEscaped();
-  sPath.truncate(iLength);
+  sPath.truncate(iNewLength);
 }
 
-/// Appends `sIn` as setPath() wants it, but for the normal form; returns the drive letter.
-char appendPath(cString const& sIn, cString& sText)
+/// A text as setPath() sees it, behind its drive letter and as if it ended in a slash.
+class cRawPath
 {
-  unsigned int const iLength = sIn.length();
-  if (iLength == 0)
+public:
+  explicit cRawPath(cString const& sPath) : mpText(sPath.data(true)), miLength(sPath.length()), mLetter(0)
   {
-    sText.appendC("./", 2);
-    return 0;
-  }
-  char const letter = mio::driveLetter(sIn);
-  unsigned int const iPrefix = letter != 0 ? 2 : 0;
-  unsigned int const iTaken = iLength - iPrefix;
-  unsigned int const* const pIn = sIn.data();
-  unsigned int const iSlash = isSeparator(pIn[iLength - 1]) ? 0 : 1;
-  unsigned int* const pText = sText.extend(mstd::cArrayMemory::addLengths(iTaken, iSlash));
-  memcpy(pText, pIn + iPrefix, iTaken * sizeof(*pIn));
-  if (iSlash != 0)
-  {
-    pText[iTaken] = Slash;
-  }
-  for (unsigned int block = 0; block < iTaken;)
-  {
-    for (unsigned int places = placesOf(pText, iTaken, block, Backslash); places != 0; places &= places - 1)
+    mLetter = letterOf(mpText, miLength);
+    if (mLetter != 0)
     {
-      pText[block + static_cast<unsigned int>(__builtin_ctz(places))] = Slash;
+      mpText += 2;
+      miLength -= 2;
     }
-    unsigned int const iLeft = iTaken - block;
-    block += iLeft < BlockLength ? iLeft : static_cast<unsigned int>(BlockLength);
   }
-  return letter;
-}
 
-/// setPath() into an empty string, which holds anything if this fails.
+  char letter() const { return mLetter; }
+
+  /// Appends the text to an empty string.
+  void storeTo(cString& sText) const
+  {
+    if (isNothing())
+    {
+      sText.appendC("./", 2);
+      return;
+    }
+    unsigned int const iSlash = hasEnd() ? 0 : 1;
+    unsigned int* const pText = sText.extend(mstd::cArrayMemory::addLengths(miLength, iSlash));
+    if (miLength != 0)
+    {
+      memcpy(pText, mpText, miLength * sizeof(*pText));
+    }
+    if (iSlash != 0)
+    {
+      pText[miLength] = Slash;
+    }
+    for (unsigned int block = 0; block < miLength;)
+    {
+      unsigned int places = placesOf(mpText, miLength, block, '\\', '\\');
+      for (; places != 0; places &= places - 1)
+      {
+        pText[block + static_cast<unsigned int>(__builtin_ctz(places))] = Slash;
+      }
+      unsigned int const iLeft = miLength - block;
+      block += iLeft < BlockLength ? iLeft : static_cast<unsigned int>(BlockLength);
+    }
+  }
+
+  /// Appends the normal form to an empty string.
+  void fixupTo(cString& sText, bool& isEscaped) const
+  {
+    if (isNothing())
+    {
+      sText.appendC("./", 2);
+      return;
+    }
+    bool const isRelative = miLength != 0 && !isSeparator(mpText[0]) && letterOf(mpText, miLength) == 0;
+    unsigned int* const pText = sText.extend(mstd::cArrayMemory::addLengths(miLength, 1));
+    cFixup<false> fixup(mpText, miLength, pText, isRelative);
+    unsigned int const iLength = fixup.run();
+    isEscaped = fixup.isEscaped();
+    sText.truncate(iLength);
+  }
+
+private:
+  bool isNothing() const { return miLength == 0 && mLetter == 0; }
+  bool hasEnd() const { return miLength != 0 && isSeparator(mpText[miLength - 1]); }
+
+  unsigned int const* mpText;
+  unsigned int miLength;
+  char mLetter;
+};
+
+/// setPath() into an empty string with its own settings, which holds anything if this fails.
 char makePath(cString const& sIn, cString& sEmpty, bool doFixup, mio::tPathHash* pCache)
 {
-  char const letter = appendPath(sIn, sEmpty);
+  cRawPath const raw(sIn);
   if (!doFixup)
   {
-    return letter;
+    raw.storeTo(sEmpty);
+    return raw.letter();
   }
   bool isEscaped = false;
-  mio::fixupPath(sEmpty, isEscaped, pCache);
-  return isEscaped ? '\0' : letter;
+  if (pCache == nullptr && mpi::system().caches.hasPathFixupHash() == nullptr)
+  {
+    raw.fixupTo(sEmpty, isEscaped);
+  }
+  else
+  {
+    raw.storeTo(sEmpty);
+    mio::fixupPath(sEmpty, isEscaped, pCache);
+  }
+  return isEscaped ? '\0' : raw.letter();
 }
 
 /// Empties a string again that was to be filled.
@@ -367,18 +487,12 @@ namespace mio
 
 char driveLetter(mucs::cString const& sPath)
 {
-  if (sPath.length() < 2)
-  {
-    return 0;
-  }
-  unsigned int const* const pPath = sPath.data();
-  unsigned int const iLetter = mucs::cString::upperCase(pPath[0]);
-  return pPath[1] == ':' && iLetter >= 'A' && iLetter <= 'Z' ? static_cast<char>(iLetter) : '\0';
+  return letterOf(sPath.data(true), sPath.length());
 }
 
 bool isRelative(mucs::cString const& sPath)
 {
-  return sPath.empty() || (sPath.data()[0] != Slash && driveLetter(sPath) == 0);
+  return isRelativeText(sPath.data(true), sPath.length());
 }
 
 unsigned int pathComponentLength(mucs::cString const& sPath)
