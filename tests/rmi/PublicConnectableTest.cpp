@@ -610,6 +610,22 @@ TEST(PublicConnectable, ASlotMayClearItsConnectable)
   EXPECT_EQ((std::vector<std::string>{"a", "b", "d"}), deaths);
 }
 
+TEST(PublicConnectable, ASlotThatWasCalledInsideLeavesTheOuterCallRunning)
+{
+  cReceiver receiver;
+  std::vector<std::string> deaths;
+  receiver.registerSlot("inner", "", "", "", poke(receiver, [] {}));
+  receiver.registerSlot("outer", "", "", "", tCall(new cMortalCall(receiver, deaths, "outer", [&] {
+                          std::vector<std::string> const& seen = deaths;
+                          cReceiver& object = receiver;
+                          invoke(object, "inner");
+                          object.clear();
+                          EXPECT_TRUE(seen.empty()) << "the outer slot call still runs";
+                        })));
+  invoke(receiver, "outer");
+  EXPECT_EQ(std::vector<std::string>{"outer"}, deaths);
+}
+
 TEST(PublicConnectable, ASlotMayDestroyItsConnectable)
 {
   std::vector<std::string> deaths;
