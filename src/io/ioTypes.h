@@ -27,7 +27,8 @@ enum CreateMode
 enum WriteMode
 {
   WriteAppend = 0,
-  WriteTruncate = 1
+  WriteTruncate = 1,
+  WriteInPlace = 2 ///< Neither: what is there stays, and writing begins at its start.
 };
 
 /// Where an offset of seek() counts from.
