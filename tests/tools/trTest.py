@@ -342,6 +342,14 @@ class Tr(unittest.TestCase):
 
     # The rest.
 
+    def test_TheCheckAsksTheLoaderOfTheLibrary(self):
+        self.write("one.cpp", 'f("$MTR$a");')
+        self.write("de.tr", 'Name = "Deutsch"; "a" = "A";')
+        self.tr("--check", "-f", "de.tr", "one.cpp")
+        done = self.run_tr("--check", "--plain", "-f", "de.tr", "one.cpp")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("mortise tr: de.tr: the loader refuses it: ", done.stderr)
+
     def test_UnusableFilesEndWithTwo(self):
         for arguments in [(), ("-f", "de.tr"), ("none.cpp", "--wrong")]:
             done = self.run_tr(*arguments)

@@ -2,7 +2,9 @@
 
 #include "pi/cSystem.h"
 #include "std/cAbstractException.h"
+#include "std/cConstCStringRef.h"
 #include "std/tArray.h"
+#include "std/tConstArrayRef.h"
 #include "ucs/cAbstractEnDec.h"
 #include "ucs/cString.h"
 
@@ -13,6 +15,14 @@ std::string cMessage::of(mstd::cAbstractException const& e)
   mstd::tArray<char> bytes;
   mpi::system().defaults.enDec.encodeCString(text, bytes);
   return bytes.data();
+}
+
+mucs::cString cMessage::text(std::string const& bytes)
+{
+  mstd::cConstCStringRef const source(bytes.c_str());
+  mucs::cString text;
+  mpi::system().defaults.enDec.decode(mstd::tConstArrayRef<char>(source), text);
+  return text;
 }
 
 std::string cMessage::harmless(std::string text)

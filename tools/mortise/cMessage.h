@@ -8,12 +8,19 @@ namespace mstd
 class cAbstractException;
 }
 
+namespace mucs
+{
+class cString;
+}
+
 /// Texts for people.
 class cMessage
 {
 public:
   /// The message of an exception, in one line of UTF-8.
   static std::string of(mstd::cAbstractException const& e);
+  /// Text of the system, in its encoding, for the library.
+  static mucs::cString text(std::string const& bytes);
   /// The text with "?" for every byte that could steer a terminal. Line feeds stay.
   static std::string harmless(std::string text);
 };

@@ -1,8 +1,14 @@
 #include "cTrCommand.h"
 
+#include "cMessage.h"
 #include "cTextFile.h"
 #include "cTrText.h"
-#include "cTranslationFile.h"
+#include "std/cAbstractException.h"
+#include "std/cAsciiString.h"
+#include "ucs/cLILocale.h"
+#include "ucs/cLITrTable.h"
+#include "ucs/cLITranslationLoader.h"
+#include "ucs/cString.h"
 
 #include <algorithm>
 #include <errno.h>
@@ -186,6 +192,38 @@ bool cTrCommand::writePseudo() const
   return true;
 }
 
+/// Whether the library finds, too, what is translated.
+bool cTrCommand::isFoundByLoader(std::string const& path, cTranslationFile::cReport const& report) const
+{
+  std::set<std::string> without;
+  for (cKeyTable::cKey const* pKey : report.mMissing)
+  {
+    without.insert(pKey->mText);
+  }
+  mucs::cLILocale locale("mortise tr");
+  mucs::cString const file(cMessage::text(path));
+  bool bFound = true;
+  try
+  {
+    mPlain ? mucs::cLITranslationLoader::loadFile(file, locale.translator()) : locale.loadFromFile(file);
+    for (cKeyTable::cKey const& key : mKeys.keys())
+    {
+      if (without.count(key.mText) == 0 && !locale.translator().hasTranslation(mstd::cAsciiString(key.mText.c_str())))
+      {
+        fprintf(stderr, "mortise tr: %s: the loader does not find %s\n", path.c_str(),
+                cTrText::quoted(key.mText).c_str());
+        bFound = false;
+      }
+    }
+  }
+  catch (mstd::cAbstractException const& e)
+  {
+    fprintf(stderr, "mortise tr: %s: the loader refuses it: %s\n", path.c_str(), cMessage::of(e).c_str());
+    return false;
+  }
+  return bFound;
+}
+
 cAbstractCommand::ExitCode cTrCommand::updateFile(std::string const& path)
 {
   cTranslationFile file(path);
@@ -216,7 +254,8 @@ cAbstractCommand::ExitCode cTrCommand::updateFile(std::string const& path)
          static_cast<unsigned int>(report.mMissing.size()), report.miWrongKeys, report.miObsolete);
   if (mCheck)
   {
-    return report.mMissing.empty() && report.mWrong.empty() ? Fine : Damaged;
+    bool const bFound = !cTextFile(path).exists() || isFoundByLoader(path, report);
+    return bFound && report.mMissing.empty() && report.mWrong.empty() ? Fine : Damaged;
   }
   if (!file.save(file.text(mKeys, !mDropObsolete)))
   {

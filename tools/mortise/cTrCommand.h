@@ -3,6 +3,7 @@
 
 #include "cAbstractCommand.h"
 #include "cKeyTable.h"
+#include "cTranslationFile.h"
 
 #include <CLI/CLI.hpp>
 #include <string>
@@ -24,6 +25,7 @@ private:
   bool isExcluded(std::string const& path) const;
   void printTemplate() const;
   bool writePseudo() const;
+  bool isFoundByLoader(std::string const& path, cTranslationFile::cReport const& report) const;
   ExitCode updateFile(std::string const& path);
 
   CLI::App* mpParser; // the app owns it
