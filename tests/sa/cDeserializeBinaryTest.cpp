@@ -1051,7 +1051,7 @@ TEST_P(InArrayAndElsewhere, ReserializeCopiesTheRestAndStays)
 TEST_P(InArrayAndElsewhere, TheTargetDecidesTheFormOfATextAndWhatIsTrue)
 {
   cSource reader(source(bytes("0B 00 00 00 01 00 00 00 41 00 00 00 10 00 00 00 02 00 00 00 C3 A4"
-                              "08 00 00 00 07 00 00 00 00 00 00 00 13 00 00 00")));
+                              "08 00 00 00 06 00 00 00 00 00 00 00 13 00 00 00")));
   EXPECT_EQ(copied(*reader), bytes("0B 00 00 00 01 00 00 00 41 00 00 00 0B 00 00 00 01 00 00 00 E4 00 00 00"
                                    "08 00 00 00 01 00 00 00"));
   cSerializeBinary target;

@@ -509,6 +509,14 @@ TEST(cSerializeBinary, TakingTheDataGivesUnusedSectorsBackAndKeepsTheSettings)
   EXPECT_EQ(serializer.ownData().growStep(), fresh.growStep());
   EXPECT_EQ(serializer.ownData().fitOnErase(), fresh.fitOnErase());
 
+  // The same for what a context left behind that was not released.
+  {
+    cContext context(serializer.newContext(nullptr));
+    serializer.storeBlock(large.data(), large.length());
+  }
+  EXPECT_EQ(serializer.ownData().length(), 8u);
+  EXPECT_EQ(serializer.ownData().capacity(), fresh.capacity());
+
   // The same for an array that came in with more than is written over it.
   serializer.swapData(large);
   1 >> serializer;
