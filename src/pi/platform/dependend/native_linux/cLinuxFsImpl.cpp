@@ -44,13 +44,7 @@ bool cLinuxFsImpl::exists(mucs::cString const& path, bool followLinks, mstd::cDa
 
 void cLinuxFsImpl::remove(mucs::cString const& path)
 {
-  cLinuxPath const bytes(path, fs().endec());
-  struct stat info;
-  if (bytes.stat(info, false) != 0)
-  {
-    return;
-  }
-  if ((S_ISDIR(info.st_mode) ? bytes.rmdir() : bytes.unlink()) != 0)
+  if (cLinuxPath(path, fs().endec()).remove() != 0)
   {
     cLinuxExceptions::throwOSError("unlink", path);
   }

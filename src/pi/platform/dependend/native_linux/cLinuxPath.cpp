@@ -21,11 +21,12 @@ namespace mpi
 class cLinuxPath::cPlace
 {
 public:
-  explicit cPlace(cLinuxPath const& path) : mpRest(path.bytes()), miDir(AT_FDCWD), mIsValid(true)
+  /// With `toLast` all but the last name of a long path is walked: for more than one call on it.
+  explicit cPlace(cLinuxPath const& path, bool toLast = false) : mpRest(path.bytes()), miDir(AT_FDCWD), mIsValid(true)
   {
     if (path.mBytes.length() > PATH_MAX)
     {
-      mIsValid = walk();
+      mIsValid = walk(toLast);
     }
   }
   cPlace(cPlace const&) = delete;
@@ -39,42 +40,67 @@ public:
   char const* rest() const { return mpRest; }
 
 private:
-  bool walk()
+  bool walk(bool toLast)
   {
     size_t left = strlen(mpRest);
     while (left >= PATH_MAX)
     {
-      char piece[PATH_MAX];
-      memcpy(piece, mpRest, PATH_MAX - 1);
-      size_t size = PATH_MAX - 1;
-      while (size != 0 && piece[size - 1] != '/')
-      {
-        --size;
-      }
-      if (size == 0)
-      {
-        errno = ENAMETOOLONG;
-        return false;
-      }
-      piece[size] = 0;
-      int const iNext = openat(miDir, piece, O_PATH | O_DIRECTORY | O_CLOEXEC);
-      if (iNext < 0)
+      if (!enter(pieceOf(PATH_MAX - 1), left))
       {
         return false;
       }
-      leave();
-      miDir = iNext;
-      while (size != left && mpRest[size] == '/')
-      {
-        ++size;
-      }
-      mpRest += size;
-      left -= size;
     }
     if (left == 0)
     {
       mpRest = "."; // only slashes were left
     }
+    size_t const size = toLast ? pieceOf(lengthWithoutSlashes(left)) : 0;
+    return size == 0 || enter(size, left);
+  }
+
+  size_t lengthWithoutSlashes(size_t size) const
+  {
+    while (size != 0 && mpRest[size - 1] == '/')
+    {
+      --size;
+    }
+    return size;
+  }
+
+  /// How much of the first `size` bytes are whole directories.
+  size_t pieceOf(size_t size) const
+  {
+    while (size != 0 && mpRest[size - 1] != '/')
+    {
+      --size;
+    }
+    return size;
+  }
+
+  /// Goes into the directory that the first `size` of the `left` bytes name.
+  bool enter(size_t size, size_t& left)
+  {
+    if (size == 0)
+    {
+      errno = ENAMETOOLONG;
+      return false;
+    }
+    char piece[PATH_MAX];
+    memcpy(piece, mpRest, size);
+    piece[size] = 0;
+    int const iNext = openat(miDir, piece, O_PATH | O_DIRECTORY | O_CLOEXEC);
+    if (iNext < 0)
+    {
+      return false;
+    }
+    leave();
+    miDir = iNext;
+    while (size != left && mpRest[size] == '/')
+    {
+      ++size;
+    }
+    mpRest += size;
+    left -= size;
     return true;
   }
 
@@ -163,16 +189,6 @@ int cLinuxPath::mkdir(mode_t mode) const
   return place.isWhole() ? ::mkdir(place.rest(), mode) : mkdirat(place.dir(), place.rest(), mode);
 }
 
-int cLinuxPath::rmdir() const
-{
-  cPlace const place(*this);
-  if (!place.isValid())
-  {
-    return -1;
-  }
-  return place.isWhole() ? ::rmdir(place.rest()) : unlinkat(place.dir(), place.rest(), AT_REMOVEDIR);
-}
-
 int cLinuxPath::unlink() const
 {
   cPlace const place(*this);
@@ -181,6 +197,29 @@ int cLinuxPath::unlink() const
     return -1;
   }
   return place.isWhole() ? ::unlink(place.rest()) : unlinkat(place.dir(), place.rest(), 0);
+}
+
+int cLinuxPath::remove() const
+{
+  cPlace const place(*this, true);
+  struct stat info;
+  if (!place.isValid())
+  {
+    return 0;
+  }
+  if (place.isWhole())
+  {
+    if (::lstat(place.rest(), &info) != 0)
+    {
+      return 0;
+    }
+    return S_ISDIR(info.st_mode) ? ::rmdir(place.rest()) : ::unlink(place.rest());
+  }
+  if (fstatat(place.dir(), place.rest(), &info, AT_SYMLINK_NOFOLLOW) != 0)
+  {
+    return 0;
+  }
+  return unlinkat(place.dir(), place.rest(), S_ISDIR(info.st_mode) ? AT_REMOVEDIR : 0);
 }
 
 int cLinuxPath::chmod(mode_t mode) const

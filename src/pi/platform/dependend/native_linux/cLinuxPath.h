@@ -32,8 +32,9 @@ public:
   int open(int iFlags, mode_t mode) const;
   DIR* openDir() const;
   int mkdir(mode_t mode) const;
-  int rmdir() const;
   int unlink() const;
+  /// Removes a directory or anything else. What can't be looked at is left alone, and is no failure.
+  int remove() const;
   int chmod(mode_t mode) const;
   int rename(cLinuxPath const& to) const;
   /// Makes this a link that leads to `target`.
