@@ -135,6 +135,9 @@ unsigned int placesOf(unsigned int const* pText, unsigned int iLength, unsigned 
   return places;
 }
 
+// The whole walk is one function, so that its state stays in registers.
+#define MORTISE_WALK __attribute__((always_inline)) inline
+
 /// The walk that brings a text to its normal form. The result never is longer than what is already read, so that it may
 /// stand in the place of the text. In another place it needs room for one element more than the text has.
 ///
@@ -151,7 +154,7 @@ public:
   }
 
   /// Length of the result.
-  unsigned int run()
+  MORTISE_WALK unsigned int run()
   {
     unsigned int block = 0;
     while (block < miLength)
@@ -183,7 +186,7 @@ public:
 private:
   /// Takes the rest of the text up to `iSlash`: all three keys end in a slash, so it holds one word at most and then
   /// one key. False at the end of the walk.
-  bool takeUpTo(unsigned int iSlash)
+  MORTISE_WALK bool takeUpTo(unsigned int iSlash)
   {
     unsigned int const iBefore = iSlash - miRead;
     if (__builtin_expect(iBefore != 0 && mpSource[iSlash - 1] != Dot, 1))
@@ -227,7 +230,7 @@ private:
   }
 
   /// Does what the key `../` asks for. False at the end of the walk.
-  bool climb()
+  MORTISE_WALK bool climb()
   {
     unsigned int iParent = miWritten < 2 ? 0 : miWritten - 1;
     while (iParent != 0 && !isSeparator(mpText[iParent - 1]))
@@ -268,12 +271,12 @@ private:
   }
 
   /// Whether the result is `../` from `iStart` to its end.
-  bool isClimb(unsigned int iStart) const
+  MORTISE_WALK bool isClimb(unsigned int iStart) const
   {
     return miWritten - iStart == 3 && mpText[iStart] == Dot && mpText[iStart + 1] == Dot && mpText[iStart + 2] == Slash;
   }
 
-  void appendClimb()
+  MORTISE_WALK void appendClimb()
   {
     mpText[miWritten] = Dot;
     mpText[miWritten + 1] = Dot;
@@ -282,7 +285,7 @@ private:
   }
 
   /// Appends the text up to `iEnd`, which holds no key, to the result.
-  void takeWord(unsigned int iEnd)
+  MORTISE_WALK void takeWord(unsigned int iEnd)
   {
     unsigned int const iCount = iEnd - miRead;
     unsigned int const iGap = miRead - miWritten;
@@ -307,7 +310,7 @@ private:
     miRead = iEnd;
   }
 
-  unsigned int finish()
+  MORTISE_WALK unsigned int finish()
   {
     if (miWritten == 0)
     {

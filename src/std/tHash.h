@@ -40,6 +40,10 @@ public:
     }
     unsigned int h = Seed;
     unsigned int i = 0;
+    if (__builtin_expect(length >= LongLength, 0))
+    {
+      h = hashLongBlocks(data, length, h, i);
+    }
     hashBlocks(data, length, h, i);
     for (; i < length; ++i)
     {
@@ -99,7 +103,8 @@ public:
 private:
   enum : unsigned int
   {
-    Seed = 5381
+    Seed = 5381,
+    LongLength = 64 ///< from here on the four chains of multiplications pay
   };
   typedef unsigned long long Block __attribute__((vector_size(16)));
 
@@ -108,6 +113,64 @@ private:
   {
     return static_cast<unsigned int>(e) & 0xFFu;
   }
+
+#if defined(__SSE2__)
+  typedef unsigned int Quad __attribute__((vector_size(16)));
+
+  /// The lower halves of the wide lanes times a factor; in the upper ones stands anything.
+  static Quad multiplied(Quad lanes, unsigned int iFactor)
+  {
+    typedef int SignedQuad __attribute__((vector_size(16)));
+    Quad const factor = {iFactor, 0, iFactor, 0};
+    return reinterpret_cast<Quad>(
+        __builtin_ia32_pmuludq128(reinterpret_cast<SignedQuad>(lanes), reinterpret_cast<SignedQuad>(factor)));
+  }
+
+  /// The hashes of two pairs of elements in the lower halves of the wide lanes.
+  template <class E>
+  static Quad pairs(E const* pElements)
+  {
+    Block const elements = block(pElements);
+    Quad const all = reinterpret_cast<Quad>(elements);
+    return (all << 5) + all + reinterpret_cast<Quad>(elements >> 32);
+  }
+#endif
+
+  // The hash of the whole groups of sixteen elements, where that is faster; `riAt` is set behind them. The walk is a
+  // function of its own, to leave the usual look-up short.
+  template <class E>
+  static unsigned int hashLongBlocks(E const* pElements, unsigned int iLength, unsigned int iSeed, unsigned int& riAt)
+  {
+#if defined(__SSE2__)
+    if constexpr (std::is_integral_v<E> && sizeof(E) == 4)
+    {
+      riAt = iLength & ~15u;
+      return hashSixteens(pElements, riAt, iSeed);
+    }
+#endif
+    (void)pElements;
+    (void)iLength;
+    (void)riAt;
+    return iSeed;
+  }
+
+#if defined(__SSE2__)
+  template <class E>
+  __attribute__((noinline)) static unsigned int hashSixteens(E const* pElements, unsigned int iLength,
+                                                             unsigned int iSeed)
+  {
+    unsigned int const by2 = 33u * 33u;
+    unsigned int const by4 = by2 * by2;
+    unsigned int const by8 = by4 * by4;
+    Quad sums = {0, 0, iSeed, 0};
+    for (E const* const end = pElements + iLength; pElements != end; pElements += 16)
+    {
+      sums = multiplied(sums, by8 * by8) + multiplied(pairs(pElements), by8 * by4) +
+             multiplied(pairs(pElements + 4), by8) + multiplied(pairs(pElements + 8), by4) + pairs(pElements + 12);
+    }
+    return sums[0] * by2 + sums[2];
+  }
+#endif
 
   // Takes whole groups of four elements from `riAt` on into the hash, so that its multiplications do not wait for each
   // other.
@@ -120,17 +183,10 @@ private:
     if constexpr (std::is_integral_v<E> && sizeof(E) == 4)
     {
       // Two running sums, of the first and of the second pair of each group, in the lower halves of two wide lanes.
-      typedef unsigned int Quad __attribute__((vector_size(16)));
-      typedef int SignedQuad __attribute__((vector_size(16)));
       Quad sums = {0, 0, rHash, 0};
-      Quad const factor = {by4, 0, by4, 0};
       for (; iLength - riAt >= 4; riAt += 4)
       {
-        Block const elements = block(pElements + riAt);
-        Quad const pairs = reinterpret_cast<Quad>(elements) * 33u + reinterpret_cast<Quad>(elements >> 32);
-        sums = reinterpret_cast<Quad>(__builtin_ia32_pmuludq128(reinterpret_cast<SignedQuad>(sums),
-                                                                reinterpret_cast<SignedQuad>(factor))) +
-               pairs;
+        sums = multiplied(sums, by4) + pairs(pElements + riAt);
       }
       rHash = sums[0] * by2 + sums[2];
       return;
