@@ -1,4 +1,4 @@
-# Install rules: library, headers, CMake package, pkg-config file, the debugger's printers.
+# Install rules: library, translations, headers, CMake package, pkg-config file, the debugger's printers.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS mortise EXPORT mortise
@@ -11,11 +11,16 @@ foreach(header IN LISTS mortise_headers)
   install(FILES src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/mortise/${folder} COMPONENT development)
 endforeach()
 
+set(mortise_locale_dir ${CMAKE_INSTALL_DATADIR}/mortise/locale)
+install(DIRECTORY share/mortise/locale/ DESTINATION ${mortise_locale_dir} COMPONENT runtime
+  FILES_MATCHING PATTERN *.tr PATTERN *.locale)
+
 configure_package_config_file(cmake/mortiseConfig.cmake.in ${CMAKE_CURRENT_BINARY_DIR}/mortiseConfig.cmake
-  INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mortise NO_SET_AND_CHECK_MACRO)
+  INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mortise PATH_VARS mortise_locale_dir NO_SET_AND_CHECK_MACRO)
 # While the first number is 0, each minor version may change an interface.
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/mortiseConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/mortiseConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/mortiseConfigVersion.cmake
+  cmake/MortiseTranslations.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mortise COMPONENT development)
 
 # The file says where it is relative to itself, so that an unpacked or moved tree still works.
