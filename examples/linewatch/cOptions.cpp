@@ -15,6 +15,7 @@ char const* cOptions::usage()
          "  -p, --print           print the lines that contain one of the texts\n"
          "  -i, --interval MSEC   milliseconds between two lines of rates (1000)\n"
          "  -g, --graph FILE      write the graph of the work as dot, and as SVG if Graphviz is there\n"
+         "  -l, --locale FILE     speak of failures in the language of a locale file\n"
          "  -h, --help            show this\n"
          "\n"
          "Ends with 0 when all sources have ended, with 1 if one of them failed, with 2 after wrong arguments, and "
@@ -54,7 +55,7 @@ cOptions::Result cOptions::parse(int argc, char** argv)
     {
       mPrint = true;
     }
-    else if (is("-m", "--match") || is("-g", "--graph") || is("-i", "--interval"))
+    else if (is("-m", "--match") || is("-g", "--graph") || is("-l", "--locale") || is("-i", "--interval"))
     {
       if (++i == argc)
       {
@@ -76,6 +77,10 @@ cOptions::Result cOptions::parse(int argc, char** argv)
       else if (is("-g", "--graph"))
       {
         mGraph = value;
+      }
+      else if (is("-l", "--locale"))
+      {
+        mLocale = value;
       }
       else
       {

@@ -27,6 +27,8 @@ public:
   mstd::tVector<mstd::cAsciiString> const& patterns() const { return mPatterns; }
   /// Where the graph goes; empty for no graph.
   mstd::cAsciiString const& graph() const { return mGraph; }
+  /// A locale file, the language of messages; empty for English.
+  mstd::cAsciiString const& locale() const { return mLocale; }
   /// Whether lines with a match are printed.
   bool isPrint() const { return mPrint; }
   /// Milliseconds between two lines of rates.
@@ -38,6 +40,7 @@ private:
   mstd::tVector<mstd::cAsciiString> mSources;
   mstd::tVector<mstd::cAsciiString> mPatterns;
   mstd::cAsciiString mGraph;
+  mstd::cAsciiString mLocale;
   mstd::cAsciiString mError;
   bool mPrint = false;
   unsigned int miIntervalMSec = 1000;

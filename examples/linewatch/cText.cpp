@@ -89,7 +89,7 @@ mstd::cAsciiString cText::visible(char const* pBytes, unsigned int iSize)
 mstd::cAsciiString cText::message(mstd::cAbstractException const& e)
 {
   mucs::cString text;
-  e.createMessage(text, mucs::cString(" "));
+  e.createMessage(text, mucs::cString(" "), mstd::cAbstractException::WithHistory, &mpi::system().locale);
   mstd::tArray<char> bytes;
   mpi::system().defaults.enDec.encodeCString(text, bytes);
   return mstd::cAsciiString(bytes.data());

@@ -20,7 +20,7 @@ public:
   static mstd::cAsciiString label(mstd::cAsciiString const& name);
   /// `iSize` bytes of UTF-8; control characters and bytes that are no text become \xHH.
   static mstd::cAsciiString visible(char const* pBytes, unsigned int iSize);
-  /// The message of an exception and of the errors that led to it, in UTF-8.
+  /// The message of an exception and of the errors that led to it, in the chosen language and in UTF-8.
   static mstd::cAsciiString message(mstd::cAbstractException const& e);
   /// A number of bytes with a unit: "512 B", "1.5 MB".
   static mstd::cAsciiString size(piUInt64 iBytes);

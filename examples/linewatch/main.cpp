@@ -1,4 +1,5 @@
 // linewatch: watches the lines of several descriptors at once. See cOptions::usage().
+#include "cLanguage.h"
 #include "cOptions.h"
 #include "cText.h"
 #include "cWatch.h"
@@ -23,6 +24,7 @@ int main(int argc, char** argv)
   try
   {
     mpi::system();
+    cLanguage language;
     cOptions options;
     switch (options.parse(argc, argv))
     {
@@ -33,6 +35,10 @@ int main(int argc, char** argv)
       fprintf(stderr, "linewatch: %s\nTry linewatch --help.\n", options.error().c_str());
       return 2;
     default:
+      if (!options.locale().empty())
+      {
+        language.load(cText::decode(options.locale().c_str()));
+      }
       return cWatch(options).run();
     }
   }

@@ -17,6 +17,7 @@ import time
 import unittest
 
 PROGRAM = [shutil.which(sys.argv[2]) or sys.argv[2], *sys.argv[3:]]
+HERE = os.path.dirname(os.path.abspath(__file__))
 LIMIT = 100  # seconds; nothing here takes that long
 
 
@@ -278,6 +279,27 @@ class Linewatch(unittest.TestCase):
                 self.assertEqual(done.returncode, 2)
                 self.assertIn(f"linewatch: {text}", done.stderr)
                 self.assertEqual(done.stdout, "")
+
+    def test_SpeaksGermanWithoutAMissingWord(self):
+        locale = os.path.join(HERE, "..", "..", "share", "mortise", "locale", "de.locale")
+        missing = self.path("nicht da")
+        done = self.run_program("--locale", locale, missing, self.folder)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn(f"linewatch: Fehler des Betriebssystems bei der Operation \u201eopen\u201c mit der Datei \u201e{missing}\u201c! "
+                      "Fehler: \u201eNo such file or directory\u201c!\n", done.stderr)
+        self.assertIn(f"bei der Operation \u201eread\u201c mit der Datei \u201e{self.folder}\u201c!", done.stderr)
+        self.assertNotIn("no translation", done.stderr)
+        done = self.run_program("-l", missing, "-")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("No such file or directory", done.stderr)
+
+    def test_TellsWhatALanguageLacks(self):
+        locale = self.path("klingon.locale")
+        with open(locale, "w", encoding="utf-8") as file:
+            file.write('Name = "tlhIngan Hol"; "Error: \\"%error%\\"!" = "Qagh: %error%";')
+        done = self.run_program("--locale", locale, self.path("missing"))
+        self.assertIn('no translation of "OS-Error while trying operation "%operation%" on file "%file%"!"', done.stderr)
+        self.assertIn("Qagh: No such file or directory", done.stderr)
 
     def test_HelpIsShown(self):
         done = self.run_program("--help")
