@@ -13,7 +13,8 @@ class cFs;
 /// Path of a directory: a text that uses `/` alone and ends in `/`, and a drive letter held apart from it.
 ///
 /// A path is normalised when it is set or when fixup() is called. What is built with cd() stays as it was put together
-/// until then. With a drive letter a path is absolute, whatever its text.
+/// until then. With a drive letter a path is absolute, whatever its text. Normalising takes `./` out of a text wherever
+/// it stands, see fixupPath(): a last name that ends in a dot loses dot and slash.
 ///
 /// Errors:  every text is a path. No memory raises std::bad_alloc and leaves the path as it was.
 /// Threads: a plain value. Normalising uses the process's table of fixed-up paths, if the application made one, and

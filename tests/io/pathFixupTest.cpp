@@ -245,6 +245,8 @@ TEST(pathFixup, TheKeysAreFoundAtTheEndOfNames)
   EXPECT_EQ(fixed("/x/a../b/"), "/x/b/");
   EXPECT_EQ(fixed("a.../b/"), "b/");
   EXPECT_EQ(fixed(".../b/"), "b/");
+  EXPECT_EQ(made("/x/a."), "|/x/a");
+  EXPECT_EQ(made("/x/a.."), "|/x/");
 }
 
 TEST(pathFixup, ABackslashEndsAComponentThatAClimbTakesAway)
