@@ -9,7 +9,7 @@ mkdir -p build
 
 install_packages $build_packages pkg-config libbenchmark-dev python3-matplotlib libsigc++-3.0-dev libboost-dev \
   qt6-base-dev libglib2.0-dev libuv1-dev libevent-dev libasio-dev libicu-dev libfmt-dev libabsl-dev libprotobuf-dev protobuf-compiler \
-  libmsgpack-cxx-dev libcereal-dev libboost-serialization-dev
+  libmsgpack-cxx-dev libcereal-dev libboost-serialization-dev libboost-filesystem-dev libpoco-dev
 
 echo "== Building"
 cmake --preset bench > build/bench-configure.log || { cat build/bench-configure.log; exit 1; }
