@@ -79,4 +79,37 @@ TEST(cUCSExceptions, TheFailuresOfEncodersHaveTheirTexts)
             "cRuntimeException: Unable to convert unmappable character to utf16!");
 }
 
+TEST(cUCSExceptions, ATranslationFileThatCannotBeReadCarriesACopyOfTheCause)
+{
+  mstd::cRuntimeException const original = cause();
+  expectThrown<mstd::cRuntimeException>(
+      [&] { cUCSExceptions::throwUnableToReadTranslationFile(original, mucs::cString("a.tr")); },
+      [&](mstd::cRuntimeException const& exception) {
+        EXPECT_STREQ(exception.liMessage()->key().c_str(), "Unable to read translation file (%filename%)!");
+        mstd::cAsciiString sText;
+        exception.liMessage()->untranslated(sText);
+        EXPECT_STREQ(sText.c_str(), "Unable to read translation file (a.tr)!");
+        ASSERT_NE(exception.history(), nullptr);
+        EXPECT_NE(exception.history(), &original);
+        EXPECT_EQ(exception.history()->sourceFileLine(), 5u);
+      });
+}
+
+TEST(cUCSExceptions, ATranslationFileThatCannotBeParsedCarriesACopyOfTheCause)
+{
+  mstd::cRuntimeException const original = cause();
+  expectThrown<mstd::cRuntimeException>(
+      [&] { cUCSExceptions::throwUnableToParseTranslationFile(original, mucs::cString("a.tr"), 12); },
+      [&](mstd::cRuntimeException const& exception) {
+        EXPECT_STREQ(exception.liMessage()->key().c_str(),
+                     "Unable to parse translation file (%filename%) line %line%!");
+        mstd::cAsciiString sText;
+        exception.liMessage()->untranslated(sText);
+        EXPECT_STREQ(sText.c_str(), "Unable to parse translation file (a.tr) line 12!");
+        ASSERT_NE(exception.history(), nullptr);
+        EXPECT_NE(exception.history(), &original);
+        EXPECT_EQ(exception.history()->sourceFileLine(), 5u);
+      });
+}
+
 } // namespace
