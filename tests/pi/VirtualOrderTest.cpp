@@ -1,3 +1,4 @@
+#include "io/cFile.h"
 #include "mp/cAbstractRunnable.h"
 #include "pi/cAbstractAIOData.h"
 #include "pi/cAbstractMutexImpl.h"
@@ -11,6 +12,7 @@
 #include "sa/cAbstractDeserializer.h"
 #include "sa/cAbstractSerializer.h"
 #include "sa/cAbstractTypeReference.h"
+#include "sa/cSerializeToTypeString.h"
 #include "std/cAbstractException.h"
 #include "std/cAsciiString.h"
 #include "std/tAbstractArrayProxy.h"
@@ -209,6 +211,60 @@ TEST(VirtualOrder, Serializers)
   EXPECT_EQ(placeOf(&s::newLabel), 19u);
   EXPECT_EQ(placeOf(&s::data), 20u);
   EXPECT_EQ(placeOf(&s::swapData), 21u);
+  EXPECT_EQ(placeOf(&s::storeToFile), 22u);
+  EXPECT_EQ(placeOf(&msa::cSerializeToTypeString::storeType), 23u);
+}
+
+TEST(VirtualOrder, Devices)
+{
+  typedef mstd::tArray<char> a;
+  typedef mio::cAbstractIODevice d;
+  size_t const fixedWithLimit = placeWith<a&, a const&, bool, unsigned int>(&d::readTextLine);
+  EXPECT_EQ(fixedWithLimit, 2u);
+  size_t const fixed = placeWith<a&, a const&, bool>(&d::readTextLine);
+  EXPECT_EQ(fixed, 3u);
+  size_t const line = placeWith<a&, unsigned int>(&d::readTextLine);
+  EXPECT_EQ(line, 4u);
+  size_t const text = placeWith<mstd::cAsciiString const&, mstd::cAsciiString const&>(&d::writeTextLine);
+  EXPECT_EQ(text, 5u);
+  size_t const view = placeWith<mstd::tConstArrayRef<char> const&, mstd::cAsciiString const&>(&d::writeTextLine);
+  EXPECT_EQ(view, 6u);
+  EXPECT_EQ(placeOf(&d::read), 7u);
+  EXPECT_EQ(placeOf(&d::write), 8u);
+}
+
+TEST(VirtualOrder, BlockDevices)
+{
+  typedef mio::cAbstractIOBlockDevice b;
+  EXPECT_EQ(placeOf(&b::name), 9u);
+  EXPECT_EQ(placeOf(&b::seek), 10u);
+  EXPECT_EQ(placeOf(&b::pos), 11u);
+  EXPECT_EQ(placeOf(&b::truncate), 12u);
+  EXPECT_EQ(placeOf(&b::mmap), 13u);
+  EXPECT_EQ(placeOf(&b::eof), 14u);
+  EXPECT_EQ(placeOf(&b::setSize), 15u);
+  EXPECT_EQ(placeWithConst<unsigned int>(&b::proxyAt), 16u);
+  EXPECT_EQ(placeWith<unsigned int>(&b::proxyAt), 17u);
+  EXPECT_EQ(placeOf(&b::proxyLength), 18u);
+  EXPECT_EQ(placeOf(&b::proxyCopyPartTo), 19u);
+  EXPECT_EQ(placeOf(&b::proxyProvideData), 20u);
+  EXPECT_EQ(placeOf(&b::proxyPreferredBlockSize), 21u);
+  EXPECT_EQ(placeOf(&b::proxyPatchData), 22u);
+  EXPECT_EQ(placeOf(&b::proxySetSize), 23u);
+  EXPECT_EQ(placeOf(&b::proxyInsert), 24u);
+  EXPECT_EQ(placeOf(&b::proxyInsertDefaultObjects), 25u);
+  EXPECT_EQ(placeOf(&b::proxyErase), 26u);
+  EXPECT_EQ(placeOf(&b::proxyPhysical), 27u);
+  EXPECT_EQ(placeOf(&b::constProxyPhysical), 28u);
+  typedef mio::cFile f;
+  EXPECT_EQ(placeOf(&f::remove), 29u);
+  EXPECT_EQ(placeOf(&f::setRemoveOnClose), 30u);
+  EXPECT_EQ(placeOf(&f::release), 31u);
+  EXPECT_EQ(placeOf(&f::rename), 32u);
+  EXPECT_EQ(placeOf(&f::lastModified), 33u);
+  EXPECT_EQ(placeOf(&f::open), 34u);
+  EXPECT_EQ(placeOf(&f::close), 35u);
+  EXPECT_EQ(placeWith<>(&f::flush), 36u);
 }
 
 TEST(VirtualOrder, Deserializers)
