@@ -422,7 +422,7 @@ TEST(pathFixup, WithoutMemoryThePathAndWhatTheTablesSayStay)
       }
     }
   }
-  EXPECT_GT(failed, 4u);
+  EXPECT_GT(failed, support::cAllocationFault::seesMalloc() ? 4u : 0u);
 }
 
 TEST(pathFixup, APathThatFitsItsPoolOnErasingIsFixedAlike)
