@@ -45,8 +45,8 @@ void cRemoveData::removeTree(cFs& fs, mucs::cString const& path)
     }
     mucs::cString const entry = current.takeEntry();
     cFileInfo const info(fs, entry);
-    // The link is asked for first: what a dead one leads to can't be asked.
-    if (!info.isSymLink() && info.isDir(true))
+    // Of a link its own type is asked: what a dead one leads to has none.
+    if (info.type(false) == cFileInfoFlags::Directory)
     {
       mstd::tAutoPtr<cRemoveData> pChild(new cRemoveData(fs, entry));
       if (stack.length() >= openListings)
@@ -63,7 +63,8 @@ void cRemoveData::removeTree(cFs& fs, mucs::cString const& path)
 }
 
 cRemoveData::cRemoveData(cFs& fs, mucs::cString const& path)
-    : mrFs(fs), mPath(path), miLength(path.length()), mpDir(new cDir(fs, path, DirHideDot | DirHideDotDot))
+    : mrFs(fs), mPath(path), miLength(path.length()), mpDir(new cDir(fs, path, DirHideDot | DirHideDotDot)),
+      mWasAtEnd(false)
 {
 }
 
@@ -71,7 +72,7 @@ cRemoveData::~cRemoveData() {}
 
 bool cRemoveData::isEnd()
 {
-  return mpDir->isEnd();
+  return mpDir.get() == 0 || mpDir->isEnd();
 }
 
 mucs::cString cRemoveData::takeEntry()
@@ -83,6 +84,7 @@ mucs::cString cRemoveData::takeEntry()
 
 void cRemoveData::suspend(mucs::cString const& child)
 {
+  mWasAtEnd = mpDir->isEnd();
   mpDir.reinit(0);
   if (beginsWith(child, mPath))
   {
@@ -101,7 +103,11 @@ void cRemoveData::resume(mucs::cString const& child)
     mPath = child;
     mPath.erase(miLength, mPath.length() - miLength);
   }
-  mpDir.reinit(new cDir(mrFs, mPath, DirHideDot | DirHideDotDot));
+  // Each listing of a path far down costs a walk through all that is above it.
+  if (!mWasAtEnd)
+  {
+    mpDir.reinit(new cDir(mrFs, mPath, DirHideDot | DirHideDotDot));
+  }
 }
 
 } // namespace mio

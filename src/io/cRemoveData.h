@@ -13,8 +13,8 @@ class cFs;
 /// A directory that is being removed with all that is in it: how far the walk through it has come.
 ///
 /// Depth costs neither descriptors nor much memory: a directory far down the tree closes its listing and forgets its
-/// path while the walk is below it, and lists itself anew when the walk comes back. What it had delivered before is
-/// gone by then.
+/// path while the walk is below it, and lists itself anew when the walk comes back, unless it had no more to deliver.
+/// What it had delivered before is gone by then.
 class cRemoveData
 {
 public:
@@ -34,8 +34,9 @@ private:
 
   cFs& mrFs;
   mucs::cString mPath;
-  unsigned int miLength; // of the path
-  mstd::tAutoPtr<cDir> mpDir;
+  unsigned int miLength;      // of the path
+  mstd::tAutoPtr<cDir> mpDir; // null while the walk is below, and behind that if nothing was left
+  bool mWasAtEnd;
 };
 
 } // namespace mio
