@@ -45,6 +45,7 @@ cLinuxDirImpl::cLinuxDirImpl(mio::cFs const& fs, mucs::cString const& path, int 
   {
     msPath.append('/');
   }
+  setUpElement();
   mIsEnd = !fill();
 }
 
@@ -58,6 +59,7 @@ cLinuxDirImpl::cLinuxDirImpl(cLinuxDirImpl const& other)
     return;
   }
   open();
+  setUpElement();
   // The element is taken along: it may have left the directory since.
   tRecord const current = other.record();
   append(other.name(), current.iLength, current.iNext);
@@ -91,9 +93,9 @@ mio::cDirInfo cLinuxDirImpl::element() const
   {
     return mio::cDirInfo(mFs, mucs::cString());
   }
-  mucs::cString path(msPath);
-  appendDecoded(name(), record().iLength, mFs.endec(), path);
-  return mio::cDirInfo(mFs, path);
+  msElement.truncate(msPath.length());
+  appendDecoded(name(), record().iLength, mFs.endec(), msElement);
+  return mio::cDirInfo(mFs, msElement);
 }
 
 bool cLinuxDirImpl::isEnd() const
@@ -112,6 +114,12 @@ void cLinuxDirImpl::open()
   {
     cLinuxExceptions::throwOSError("opendir", msPath);
   }
+}
+
+void cLinuxDirImpl::setUpElement()
+{
+  msElement = msPath;
+  msElement.setFitOnErase(false);
 }
 
 bool cLinuxDirImpl::fill()

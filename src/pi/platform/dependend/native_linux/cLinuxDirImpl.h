@@ -61,6 +61,7 @@ private:
   cLinuxDirImpl(cLinuxDirImpl const& other);
 
   void open();
+  void setUpElement();
   bool fill();
   void readOn();
   dirent const* readVisible();
@@ -70,7 +71,8 @@ private:
   bool isHidden(char const* name) const;
 
   mio::cFs mFs;
-  mucs::cString msPath; // with a "/" at the end
+  mucs::cString msPath;            // with a "/" at the end
+  mutable mucs::cString msElement; // begins with msPath; memory for what element() makes
   cLinuxPath mPath;
   cStream mStream;           // closed as soon as the last name has been read
   mstd::tArray<char> mNames; // records, each with its name behind it
