@@ -219,16 +219,16 @@ TEST(VirtualOrder, Devices)
 {
   typedef mstd::tArray<char> a;
   typedef mio::cAbstractIODevice d;
-  size_t const fixedWithLimit = placeWith<a&, a const&, bool, unsigned int>(&d::readTextLine);
-  EXPECT_EQ(fixedWithLimit, 2u);
-  size_t const fixed = placeWith<a&, a const&, bool>(&d::readTextLine);
-  EXPECT_EQ(fixed, 3u);
-  size_t const line = placeWith<a&, unsigned int>(&d::readTextLine);
-  EXPECT_EQ(line, 4u);
-  size_t const text = placeWith<mstd::cAsciiString const&, mstd::cAsciiString const&>(&d::writeTextLine);
-  EXPECT_EQ(text, 5u);
-  size_t const view = placeWith<mstd::tConstArrayRef<char> const&, mstd::cAsciiString const&>(&d::writeTextLine);
-  EXPECT_EQ(view, 6u);
+  typedef bool (d::*cTerminatedLimited)(a&, a const&, bool, unsigned int);
+  typedef bool (d::*cTerminated)(a&, a const&, bool);
+  typedef bool (d::*cLine)(a&, unsigned int);
+  typedef void (d::*cText)(mstd::cAsciiString const&, mstd::cAsciiString const&);
+  typedef void (d::*cView)(mstd::tConstArrayRef<char> const&, mstd::cAsciiString const&);
+  EXPECT_EQ(placeOf(static_cast<cTerminatedLimited>(&d::readTextLine)), 2u);
+  EXPECT_EQ(placeOf(static_cast<cTerminated>(&d::readTextLine)), 3u);
+  EXPECT_EQ(placeOf(static_cast<cLine>(&d::readTextLine)), 4u);
+  EXPECT_EQ(placeOf(static_cast<cText>(&d::writeTextLine)), 5u);
+  EXPECT_EQ(placeOf(static_cast<cView>(&d::writeTextLine)), 6u);
   EXPECT_EQ(placeOf(&d::read), 7u);
   EXPECT_EQ(placeOf(&d::write), 8u);
 }
@@ -264,7 +264,7 @@ TEST(VirtualOrder, BlockDevices)
   EXPECT_EQ(placeOf(&f::lastModified), 33u);
   EXPECT_EQ(placeOf(&f::open), 34u);
   EXPECT_EQ(placeOf(&f::close), 35u);
-  EXPECT_EQ(placeWith<>(&f::flush), 36u);
+  EXPECT_EQ(placeOf(&f::flush), 36u);
 }
 
 TEST(VirtualOrder, Deserializers)
