@@ -254,14 +254,19 @@ class Tr(unittest.TestCase):
         errors = ('mortise tr: de.tr:1: a comment that looks like entries but has none: the string that begins here has no end\n'
                   'mortise tr: de.tr:3: a comment that looks like entries but has none: only entries may stand here\n')
         text = self.update('f("$MTR$a");', '//? why "this\n"a" = "A";\n//~ Name = "x"\n', errors=errors)
-        self.assertEqual(text, '//: one.cpp\n//? why "this\n"a" =\n  "A";\n\n//~ Name = "x"\n')
+        self.assertEqual(text, '//: one.cpp\n// ? why "this\n"a" =\n  "A";\n\n// ~ Name = "x"\n')
+        self.assertEqual(self.update('f("$MTR$a");'), text)
+        odd = '"a" = // ? in\n//? here\n"A"; //? "c\n\n//? "b" =\n//?   "";\n'
+        text = self.update('f("$MTR$a", "$MTR$b");', odd, errors="mortise tr: de.tr:3: a comment that looks like entries but has none: "
+                           "the string that begins here has no end\n")
+        self.assertEqual(text, '//: one.cpp\n// ? in\n// ? here\n"a" =\n  "A";\n\n// ? "c\n//? "b" =\n//?   "";\n')
 
     def test_DamagedFilesStayAsTheyAre(self):
         self.write("one.cpp", 'f("$MTR$a");')
         for text, error in [('\n"a" = "A', "2: the string that begins here has no end"), ('"a"\n"A"', '2: "=" expected'),
                             ('"a" = A', '1: """ expected'), ('"a" = fromFile "x"', '1: "(" expected'), ('Name "x"', '1: "=" expected'),
-                            ('"a" = fromFile("x"', '1: ")" expected'), ('\r\n\r"a" = b', '3: """ expected'),
-                            (b'"a" = "\xff"', "1: not UTF-8"), (b'"a" = "A"; // \xc3', "1: not UTF-8"), ('include "a', "1: the string that begins here has no end")]:
+                            ('"a" = fromFile("x"', '1: ")" expected'), ('"a" = fromFile("")', "1: a filename expected"), ('\r\n\r"a" = b', '3: """ expected'),
+                            (b'"a" = "\xff"', "1: not UTF-8"), (b'\n"a\0" = "b"', "2: a text has no NUL bytes"), (b'"a" = "A"; // \xc3', "1: not UTF-8"), ('include "a', "1: the string that begins here has no end")]:
             path = self.write("de.tr", text)
             before = os.stat(path)
             for arguments in [("-f", "de.tr"), ("-c", "-f", "de.tr")]:

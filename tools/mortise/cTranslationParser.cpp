@@ -12,6 +12,12 @@ cTranslationParser::cTranslationParser(std::string const& text) : mText(text)
   {
     miPos = 3;
   }
+  size_t const iNul = mText.find('\0');
+  if (iNul != std::string::npos)
+  {
+    step(iNul - miPos);
+    fail("a text has no NUL bytes");
+  }
   parse();
 }
 
@@ -113,7 +119,7 @@ void cTranslationParser::readComment()
   }
   step(iEnd - miPos);
   char const cMark = comment.empty() ? 0 : comment[0];
-  if (mBlock.mMark != 0 && (mBlock.mMark != cMark))
+  if (mBlock.mMark != 0 && (mBlock.mMark != cMark || miLineEnds > 1))
   {
     closeBlock();
   }
@@ -174,7 +180,10 @@ void cTranslationParser::closeBlock()
   catch (cError const& e)
   {
     mOddities.push_back(cError{block.miLine + e.miLine - 1, e.mText});
-    mPending.insert(mPending.end(), block.mLines.begin(), block.mLines.end());
+    for (std::string const& line : block.mLines)
+    {
+      mPending.push_back(" " + line); // no longer marked, so that it does not become a part of what stands beside it
+    }
   }
 }
 
@@ -222,7 +231,10 @@ cTranslationParser::Token cTranslationParser::nextInside(cItem& item)
     readComment();
     if (mBlock.mMark != 0) // no statement can end inside another one
     {
-      item.mNotes.insert(item.mNotes.end(), mBlock.mLines.begin(), mBlock.mLines.end());
+      for (std::string const& line : mBlock.mLines)
+      {
+        item.mNotes.push_back(" " + line);
+      }
       mBlock = cBlock();
     }
     item.mNotes.insert(item.mNotes.end(), mPending.begin(), mPending.end());
@@ -275,6 +287,10 @@ void cTranslationParser::readValue(cItem& item)
   item.mValue.mText = readString();
   if (item.mValue.mFromFile)
   {
+    if (item.mValue.mText.empty())
+    {
+      fail("a filename expected");
+    }
     expect(Close, ")", item);
   }
 }

@@ -55,7 +55,7 @@ public:
   /// The comment that belongs to the file as a whole, and what stands behind the last statement.
   std::vector<std::string> const& head() const { return mHead; }
   std::vector<std::string> const& tail() const { return mPending; }
-  /// Marked comments that hold no statements. They are kept as they are.
+  /// Marked comments that hold no entries. They are kept as comments without a mark.
   std::vector<cError> const& oddities() const { return mOddities; }
   bool hasLongLineEnds() const { return mLongLineEnds; }
 
