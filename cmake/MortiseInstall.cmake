@@ -20,7 +20,7 @@ configure_package_config_file(cmake/mortiseConfig.cmake.in ${CMAKE_CURRENT_BINAR
 # While the first number is 0, each minor version may change an interface.
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/mortiseConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/mortiseConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/mortiseConfigVersion.cmake
-  cmake/MortiseTranslations.cmake
+  cmake/MortiseModules.cmake cmake/MortiseCheckModule.cmake cmake/MortiseTranslations.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mortise COMPONENT development)
 
 # The file says where it is relative to itself, so that an unpacked or moved tree still works.

@@ -11,6 +11,18 @@
 
 namespace mpi
 {
+namespace
+{
+[[noreturn]] void throwInvalid(mucs::cString const& fileName, mucs::cLIMessage const& problem)
+{
+  mcs::cMCSExceptions::throwModuleLoad(mcs::cModuleLoadException::InvalidModule, fileName, problem);
+}
+
+[[noreturn]] void throwUnavailable(mucs::cString const& fileName, mucs::cLIMessage const& problem)
+{
+  mcs::cMCSExceptions::throwModuleLoad(mcs::cModuleLoadException::NotAvailable, fileName, problem);
+}
+} // namespace
 
 cLinuxClassLoader::cLinuxClassLoader(mucs::cString const& fileName)
     : cAbstractClassLoader(fileName), mpInitPlugIn(nullptr), mpInitComponent(nullptr), mpModuleVersion(nullptr),
@@ -33,26 +45,19 @@ cLinuxClassLoader::~cLinuxClassLoader()
 }
 
 template <typename Function>
-Function* cLinuxClassLoader::find(char const* pName) const
+bool cLinuxClassLoader::find(char const* pName, Function*& rpFound) const
 {
-  return reinterpret_cast<Function*>(::dlsym(mpHandle, pName));
-}
-
-template <typename Function>
-Function* cLinuxClassLoader::require(char const* pName, char const* pProblem, mucs::cString const& fileName) const
-{
-  Function* const function = find<Function>(pName);
-  if (function == nullptr)
-  {
-    mcs::cMCSExceptions::throwModuleLoad(mcs::cModuleLoadException::InvalidModule, fileName,
-                                         mstd::exceptionMessage(pProblem));
-  }
-  return function;
+  rpFound = reinterpret_cast<Function*>(::dlsym(mpHandle, pName));
+  return rpFound != nullptr;
 }
 
 void cLinuxClassLoader::loadLibrary(mucs::cString const& fileName)
 {
   unloadLibrary();
+  mpInitPlugIn = nullptr; // those of the former library lead nowhere
+  mpInitComponent = nullptr;
+  mpModuleVersion = nullptr;
+  mpKROVersion = nullptr;
   mstd::tArray<char> name;
   mpi::system().fs.endec().encodeCString(fileName, name);
   mpHandle = ::dlopen(&name[0], RTLD_NOW);
@@ -63,17 +68,19 @@ void cLinuxClassLoader::loadLibrary(mucs::cString const& fileName)
         mcs::cModuleLoadException::NotLoadable, fileName,
         mstd::exceptionMessage("$MTR$Unable to load plugin. OS returned %oserror%!", error != nullptr ? error : ""));
   }
-  mpInitPlugIn = find<mcs::tModuleInitPlugIn>("moduleInitPlugIn");
-  mpInitComponent = find<mcs::tModuleInitComponent>("moduleInitComponent");
-  if (mpInitPlugIn == nullptr && mpInitComponent == nullptr)
+  bool const isPlugIn = find("moduleInitPlugIn", mpInitPlugIn);
+  if (!find("moduleInitComponent", mpInitComponent) && !isPlugIn)
   {
-    mcs::cMCSExceptions::throwModuleLoad(mcs::cModuleLoadException::InvalidModule, fileName,
-                                         mstd::exceptionMessage("$MTR$Invalid module. Missing moduleInit section!"));
+    throwInvalid(fileName, mstd::exceptionMessage("$MTR$Invalid module. Missing moduleInit section!"));
   }
-  mpModuleVersion =
-      require<mcs::tModuleVersion>("moduleVersion", "$MTR$Invalid module. Missing moduleVersion section!", fileName);
-  mpKROVersion =
-      require<mcs::tModuleVersion>("kroVersion", "$MTR$Invalid module. Missing kroVersion section!", fileName);
+  if (!find("moduleVersion", mpModuleVersion))
+  {
+    throwInvalid(fileName, mstd::exceptionMessage("$MTR$Invalid module. Missing moduleVersion section!"));
+  }
+  if (!find("kroVersion", mpKROVersion))
+  {
+    throwInvalid(fileName, mstd::exceptionMessage("$MTR$Invalid module. Missing kroVersion section!"));
+  }
 }
 
 void cLinuxClassLoader::unloadLibrary()
@@ -89,16 +96,14 @@ mcs::cAbstractPlugIn* cLinuxClassLoader::instance(msa::cReferenceFrame& frame)
 {
   if (mpInitPlugIn == nullptr)
   {
-    mcs::cMCSExceptions::throwModuleLoad(mcs::cModuleLoadException::NotAvailable, libFileName(),
-                                         mstd::exceptionMessage("$MTR$File %file% is not a plugin!", libFileName()));
+    throwUnavailable(libFileName(), mstd::exceptionMessage("$MTR$File %file% is not a plugin!", libFileName()));
   }
   mcs::cAbstractPlugIn* result = nullptr;
   mpInitPlugIn(result, frame);
   if (result == nullptr)
   {
-    mcs::cMCSExceptions::throwModuleLoad(
-        mcs::cModuleLoadException::NotAvailable, libFileName(),
-        mstd::exceptionMessage("$MTR$Plugin (%file%) does not provide functionality!", libFileName()));
+    throwUnavailable(libFileName(),
+                     mstd::exceptionMessage("$MTR$Plugin (%file%) does not provide functionality!", libFileName()));
   }
   incRef();
   return result;
@@ -108,15 +113,13 @@ mcs::cAbstractComponent* cLinuxClassLoader::instance(msa::cReferenceFrame& frame
 {
   if (mpInitComponent == nullptr)
   {
-    mcs::cMCSExceptions::throwModuleLoad(mcs::cModuleLoadException::NotAvailable, libFileName(),
-                                         mstd::exceptionMessage("$MTR$cClassLoader: No component!"));
+    throwUnavailable(libFileName(), mstd::exceptionMessage("$MTR$cClassLoader: No component!"));
   }
   mcs::cAbstractComponent* result = nullptr;
   mpInitComponent(result, frame, manager);
   if (result == nullptr)
   {
-    mcs::cMCSExceptions::throwModuleLoad(mcs::cModuleLoadException::NotAvailable, libFileName(),
-                                         mstd::exceptionMessage("$MTR$cClassLoader: No instance!"));
+    throwUnavailable(libFileName(), mstd::exceptionMessage("$MTR$cClassLoader: No instance!"));
   }
   incRef();
   return result;

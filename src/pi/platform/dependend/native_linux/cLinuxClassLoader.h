@@ -8,7 +8,7 @@ namespace mpi
 {
 
 /// Module library held by the dynamic loader, with all its symbols bound at once and in a scope of its own.
-class cLinuxClassLoader : public cAbstractClassLoader
+class MORTISE_API cLinuxClassLoader : public cAbstractClassLoader
 {
 public:
   /// Loads the library; mcs::cModuleLoadException if that fails or if it is no module. Nothing stays mapped then.
@@ -16,7 +16,7 @@ public:
   ~cLinuxClassLoader() override;
 
   /// Unloads what is loaded and loads this. A library that turns out to be no module stays loaded, with the entry
-  /// points found so far.
+  /// points found so far, and those alone.
   void loadLibrary(mucs::cString const& fileName);
   /// The entry points are not to be used from then on.
   void unloadLibrary();
@@ -28,9 +28,7 @@ public:
 
 private:
   template <typename Function>
-  Function* find(char const* pName) const;
-  template <typename Function>
-  Function* require(char const* pName, char const* pProblem, mucs::cString const& fileName) const;
+  bool find(char const* pName, Function*& rpFound) const;
 
   mcs::tModuleInitPlugIn* mpInitPlugIn;
   mcs::tModuleInitComponent* mpInitComponent;
