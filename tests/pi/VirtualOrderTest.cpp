@@ -1,3 +1,7 @@
+#include "io/cAbstractDirImpl.h"
+#include "io/cAbstractFileImpl.h"
+#include "io/cAbstractFileInfoImpl.h"
+#include "io/cAbstractFsImpl.h"
 #include "io/cFile.h"
 #include "mp/cAbstractRunnable.h"
 #include "pi/cAbstractAIOData.h"
@@ -301,4 +305,50 @@ TEST(VirtualOrder, TypeReferences)
   EXPECT_EQ(placeOf(&r::typeName), 6u);
   EXPECT_EQ(placeOf(&r::alterable), 7u);
   EXPECT_EQ(placeOf(&r::readable), 8u);
+}
+
+TEST(VirtualOrder, WhatStandsBehindAFileSystem)
+{
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::exists), 2u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::remove), 3u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::cwd), 4u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::mkdir), 5u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::rename), 6u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::supportsSymLinks), 7u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::createSymLink), 8u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::setPermissions), 9u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::createDirImpl), 10u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::createFileInfoImpl), 11u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::createFileImpl), 12u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::isUsed), 13u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::matches), 14u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::bind), 15u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFsImpl::unbind), 16u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::deepCopy), 2u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::name), 3u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::remove), 4u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::setRemoveOnClose), 5u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::release), 6u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::rename), 7u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::lastModified), 8u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::open), 9u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::close), 10u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::truncate), 11u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::readBytes), 12u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::writeBytes), 13u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::mmap), 14u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::seek), 15u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::pos), 16u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::flush), 17u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileImpl::munmap), 18u);
+  EXPECT_EQ(placeOf(&mio::cAbstractDirImpl::setNext), 2u);
+  EXPECT_EQ(placeOf(&mio::cAbstractDirImpl::element), 3u);
+  EXPECT_EQ(placeOf(&mio::cAbstractDirImpl::isEnd), 4u);
+  EXPECT_EQ(placeOf(&mio::cAbstractDirImpl::createCopy), 5u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileInfoImpl::timeStamp), 2u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileInfoImpl::filePath), 3u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileInfoImpl::readLink), 4u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileInfoImpl::size), 5u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileInfoImpl::type), 6u);
+  EXPECT_EQ(placeOf(&mio::cAbstractFileInfoImpl::readPermissions), 7u);
 }
