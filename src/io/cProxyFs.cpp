@@ -49,7 +49,12 @@ cAbstractFsImpl& cProxyFs::delegate(mucs::cString& path, Operation operation)
 
 cAbstractFsImpl const& cProxyFs::delegate(mucs::cString& path, Operation operation) const
 {
-  return const_cast<cProxyFs*>(this)->delegate(path, operation);
+  cAbstractFsImpl const* pDelegate = findDelegate(path, operation);
+  if (pDelegate == 0)
+  {
+    cIOExceptions::throwNoFilesystem(path);
+  }
+  return *pDelegate;
 }
 
 cAbstractFsImpl& cProxyFs::commonDelegate(mucs::cString& from, mucs::cString& to)

@@ -317,6 +317,30 @@ TEST_F(cMemFsTest, TheArchiveBitIsKeptAndTheHiddenOneIsNot)
   EXPECT_FALSE(mFs.fileInfo("/mem/file").isHidden());
 }
 
+TEST_F(cMemFsTest, AHiddenDirectoryIsSoWithItsSlashToo)
+{
+  mFs.mkdir("/mem/.dir");
+  EXPECT_TRUE(mFs.fileInfo("/mem/.dir/").isHidden());
+}
+
+TEST_F(cMemFsTest, ADirectoryIsAsLargeAsWhatStandsInIt)
+{
+  mFs.mkdir("/mem/dir");
+  EXPECT_EQ(mFs.fileInfo("/mem/dir").size(true), 0u);
+  mFs.mkdir("/mem/dir/sub");
+  EXPECT_EQ(mFs.fileInfo("/mem/dir").size(true), cMemFs::nodeCost);
+}
+
+TEST_F(cMemFsTest, AFileThatBecameADirectoryIsNotRemovedThroughItsHandle)
+{
+  put("/mem/a", "");
+  mio::cFile file = mFs.fileOpenRead("/mem/a");
+  mFs.remove("/mem/a");
+  mFs.mkdir("/mem/a");
+  EXPECT_EQ(failureOf([&] { file.remove(); }), failure("unlink", EISDIR));
+  EXPECT_TRUE(mFs.exists("/mem/a"));
+}
+
 TEST_F(cMemFsTest, TheLinkItselfHasPermissionsToo)
 {
   put("/mem/file", "");
