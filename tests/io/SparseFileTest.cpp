@@ -147,3 +147,22 @@ TEST_F(SparseFileTest, AWalkOverAViewOfItsBlocksReadsIt)
   }
   EXPECT_EQ(sum, static_cast<unsigned int>('y' + 'z'));
 }
+
+TEST_F(SparseFileTest, BehindFourGiBAFileIsAFileButNoArray)
+{
+  unsigned long long const far = (5ull << 30) + 3;
+  mio::cFile file = editor();
+  file.seek(static_cast<long long>(far), mio::SeekFromStart);
+  EXPECT_EQ(file.write("one\ntwo\n", 8), 8u);
+  EXPECT_EQ(file.size(false), far + 8);
+  EXPECT_EQ(file.proxyLength(), (1u << 30) + 11); // the lower 32 bits
+  file.seek(static_cast<long long>(far), mio::SeekFromStart);
+  mstd::tArray<char> line;
+  EXPECT_TRUE(file.readTextLine(line, 0));
+  EXPECT_EQ(std::string(line.data(), line.length()), "one");
+  EXPECT_EQ(file.pos(), far + 4);
+  EXPECT_EQ(file.bytesLeft(), 4u);
+  char byte = 0;
+  EXPECT_EQ(file.read(&byte, 1), 1u);
+  EXPECT_EQ(byte, 't');
+}

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 namespace
 {
 
@@ -75,6 +77,36 @@ TEST(cIOBlockDeviceImpl, TheSizeIsMeasuredOnce)
   EXPECT_EQ(window.size(false), 4u);
   window.touchSize();
   EXPECT_EQ(window.size(false), 2u);
+}
+
+namespace
+{
+
+/// Cannot tell where its end is.
+class cNoEnd : public cMemoryDevice
+{
+public:
+  explicit cNoEnd(std::string const& contents) : cMemoryDevice(contents) {}
+  unsigned long long pos() const override
+  {
+    unsigned long long const position = cMemoryDevice::pos();
+    if (position == contents().size())
+    {
+      throw std::runtime_error("no position");
+    }
+    return position;
+  }
+};
+
+} // namespace
+
+TEST(cIOBlockDeviceImpl, AMeasurementThatFailsLeavesThePosition)
+{
+  cNoEnd device("0123456789");
+  cWindow window(device);
+  device.seek(3, mio::SeekFromStart);
+  EXPECT_THROW(window.size(false), std::runtime_error);
+  EXPECT_EQ(device.pos(), 3u);
 }
 
 TEST(cIOBlockDeviceImpl, AnEmptyDeviceIsMeasuredAnew)
