@@ -97,47 +97,75 @@ bool hasName(mstd::cAsciiString const& sName, Char const* pText, cPlaceholder co
   return pName == pNameEnd;
 }
 
+/// Number of characters at the start of a text that are neither a percent sign nor a backslash.
+template <typename Char>
+unsigned int plainLength(Char const* pText, unsigned int iLength)
+{
+  unsigned int i = 0;
+#if defined(__SSE2__) || defined(__ARM_NEON)
+  typedef Char tLanes __attribute__((vector_size(16)));
+  typedef unsigned long long tHalves __attribute__((vector_size(16)));
+  unsigned int const cLanes = 16 / sizeof(Char);
+  for (; iLength - i >= cLanes; i += cLanes)
+  {
+    tLanes lanes;
+    memcpy(&lanes, pText + i, sizeof lanes);
+    tHalves const found =
+        reinterpret_cast<tHalves>(lanes == Char('%')) | reinterpret_cast<tHalves>(lanes == Char('\\'));
+    if ((found[0] | found[1]) != 0)
+    {
+      break;
+    }
+  }
+#endif
+  while (i < iLength && pText[i] != '%' && pText[i] != '\\')
+  {
+    ++i;
+  }
+  return i;
+}
+
 /// Walks over a text with its placeholders filled, and hands the result to `rSink` in order, piece by piece.
 ///
-/// One walk does it: the values are handed on as they are, so neither a percent sign nor a backslash in a value is
-/// taken for one of the text.
+/// The values are handed on as they are, so neither a percent sign nor a backslash in a value is taken for one of the
+/// text.
 template <typename Char, typename Sink>
 void substitute(Char const* pText, unsigned int iLength, mstd::tList<mucs::cLIItem> const& aItems, Sink& rSink)
 {
   unsigned int i = 0;
   while (i < iLength)
   {
+    unsigned int const iPlain = plainLength(pText + i, iLength - i);
+    rSink.text(pText + i, iPlain);
+    i += iPlain;
+    if (i == iLength)
+    {
+      break;
+    }
     if (pText[i] == '\\')
     {
       if (++i < iLength)
       {
-        rSink.character(widen(pText[i++]));
+        rSink.text(pText + i, 1);
+        ++i;
       }
-      continue;
-    }
-    if (pText[i] != '%')
-    {
-      rSink.character(widen(pText[i++]));
       continue;
     }
     cPlaceholder found;
     findPlaceholder(pText, iLength, i, found); // it starts right here
     i = found.miNext;
     mucs::cLIItem const* pItem = 0;
-    for (mstd::tList<mucs::cLIItem>::const_iterator it = aItems.begin(); it != aItems.end(); ++it)
+    for (mucs::cLIItem const& rItem : aItems)
     {
-      if (hasName(it->name(), pText, found))
+      if (hasName(rItem.name(), pText, found))
       {
-        pItem = &*it;
+        pItem = &rItem;
         break;
       }
     }
     if (pItem == 0)
     {
-      for (char const* pMissing = cMissingValue; *pMissing; ++pMissing)
-      {
-        rSink.character(widen(*pMissing));
-      }
+      rSink.text(cMissingValue, sizeof cMissingValue - 1);
     }
     else if (pItem->kind() <= mucs::cLIItem::Double)
     {
@@ -150,7 +178,11 @@ void substitute(Char const* pText, unsigned int iLength, mstd::tList<mucs::cLIIt
 class cMeasuringSink
 {
 public:
-  void character(unsigned int) { ++miLength; }
+  template <typename Char>
+  void text(Char const*, unsigned int iLength)
+  {
+    miLength += iLength;
+  }
   void value(unsigned int const*, unsigned int iLength) { miLength += iLength; }
 
   unsigned int length() const
@@ -182,17 +214,24 @@ class tWritingSink
 {
 public:
   explicit tWritingSink(Char* pTarget) : mpTarget(pTarget) {}
-  void character(unsigned int c)
+
+  /// Bytes above 127 of a key read "?".
+  template <typename Source>
+  void text(Source const* pText, unsigned int iLength)
   {
-    *mpTarget = converted(c, mpTarget);
-    ++mpTarget;
+    for (unsigned int i = 0; i < iLength; ++i)
+    {
+      mpTarget[i] = converted(widen(pText[i]), mpTarget);
+    }
+    mpTarget += iLength;
   }
   void value(unsigned int const* pValue, unsigned int iLength)
   {
     for (unsigned int i = 0; i < iLength; ++i)
     {
-      character(pValue[i]);
+      mpTarget[i] = converted(pValue[i], mpTarget);
     }
+    mpTarget += iLength;
   }
 
 private:
@@ -207,8 +246,7 @@ void fill(Char const* pText, unsigned int iLength, mstd::tList<mucs::cLIItem> co
   substitute(pText, iLength, aItems, measuring);
   if (unsigned int const iResult = measuring.length())
   {
-    sOut.proxyInsertDefaultObjects(0, iResult);
-    tWritingSink writing(sOut.data());
+    tWritingSink writing(sOut.extend(iResult));
     substitute(pText, iLength, aItems, writing);
   }
 }

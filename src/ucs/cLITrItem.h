@@ -25,6 +25,29 @@ public:
   msa::cAbstractDeserializer& operator<<(msa::cAbstractDeserializer& sDeserializer);
 
 private:
+  friend class cLITrTable;
+
+  /// Tells a table that its entry is gone. It belongs to one object: copies have none.
+  class cGoneMark
+  {
+  public:
+    cGoneMark() : mpIsGone(0) {}
+    cGoneMark(cGoneMark const&) : mpIsGone(0) {}
+    cGoneMark& operator=(cGoneMark const&) { return *this; }
+    ~cGoneMark()
+    {
+      if (mpIsGone != 0)
+      {
+        *mpIsGone = true;
+      }
+    }
+    void set(bool* pIsGone) { mpIsGone = pIsGone; }
+
+  private:
+    bool* mpIsGone;
+  };
+
+  cGoneMark mGoneMark;
   mstd::cAsciiString mKey;
   cString mTranslation;
 };

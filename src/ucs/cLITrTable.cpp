@@ -9,7 +9,7 @@
 #include "std/cSTDExceptions.h"
 #include "ucs/cLIMessage.h"
 
-#include <utility>
+#include <string.h>
 
 namespace
 {
@@ -30,7 +30,7 @@ mstd::tAutoPtr<tItems> createItems(mstd::tAutoPtr<mucs::cLITrItem>& pItem)
 
 /// Puts an object into a place that is empty or does not exist yet.
 template <typename T>
-void store(mstd::tPtrVector<T>& aPlaces, unsigned int iPlace, mstd::tAutoPtr<T> pObject)
+void put(mstd::tPtrVector<T>& aPlaces, unsigned int iPlace, mstd::tAutoPtr<T> pObject)
 {
   if (aPlaces.length() <= iPlace)
   {
@@ -130,9 +130,151 @@ mpi::cAbstractOut& operator<<(mpi::cAbstractOut& oOut, cUsage const& rUsage)
 
 namespace mucs
 {
+/// The first entry of each key, by a hash of the whole key. It knows no more than the lists do; whenever it can't be
+/// sure to know the first one it is of no use, and the lists tell.
+class cLITrTable::cIndex
+{
+public:
+  cIndex() : mpSlots(new cSlot[FirstSize]()), miSize(FirstSize), miUsed(0), mIsUseless(false) {}
+  cIndex(cIndex const&) = delete;
+  cIndex& operator=(cIndex const&) = delete;
+  ~cIndex() { delete[] mpSlots; }
+
+  /// Makes room for one more entry. At most half of the slots are used.
+  void reserve()
+  {
+    if (mIsUseless || miUsed < miSize / 2)
+    {
+      return;
+    }
+    cSlot* const pOld = mpSlots;
+    unsigned int const iOldSize = miSize;
+    mpSlots = newSlots(2ull * miSize);
+    miSize *= 2;
+    for (unsigned int i = 0; i < iOldSize && !mIsUseless; ++i)
+    {
+      if (pOld[i].mpItem != 0)
+      {
+        put(pOld[i]);
+      }
+    }
+    delete[] pOld;
+  }
+
+  /// Adds an entry for which there is room.
+  void add(cLITrItem& rItem)
+  {
+    if (mIsUseless || !isPlain(rItem.key()))
+    {
+      return;
+    }
+    rItem.mGoneMark.set(&mIsUseless);
+    cSlot const slot = {hash(rItem.key()), &rItem};
+    if (put(slot))
+    {
+      ++miUsed;
+    }
+  }
+
+  cLITrItem const* find(mstd::cAsciiString const& sKey) const
+  {
+    if (mIsUseless || !isPlain(sKey))
+    {
+      return 0;
+    }
+    unsigned int const iHash = hash(sKey);
+    for (unsigned int i = iHash;; ++i)
+    {
+      cSlot const& rSlot = mpSlots[i & (miSize - 1)];
+      if (rSlot.mpItem == 0 || isSame(rSlot, iHash, sKey))
+      {
+        return rSlot.mpItem;
+      }
+    }
+  }
+
+private:
+  enum
+  {
+    FirstSize = 16,
+    MaxProbes = 256 // reached only by keys that are made for it
+  };
+
+  struct cSlot
+  {
+    unsigned int miHash;
+    cLITrItem const* mpItem; // not owned; null: unused
+  };
+
+  static cSlot* newSlots(unsigned long long iSize)
+  {
+    if (iSize > 0x80000000ull)
+    {
+      cSTDExceptions::throwBadAlloc();
+    }
+    return new cSlot[static_cast<unsigned int>(iSize)]();
+  }
+
+  /// Two keys with a 0 byte may be equal without having the same bytes.
+  static bool isPlain(mstd::cAsciiString const& sKey) { return memchr(sKey.c_str(), 0, sKey.length()) == 0; }
+
+  static bool isSame(cSlot const& rSlot, unsigned int iHash, mstd::cAsciiString const& sKey)
+  {
+    return rSlot.miHash == iHash && rSlot.mpItem->key().length() == sKey.length() &&
+           memcmp(rSlot.mpItem->key().c_str(), sKey.c_str(), sKey.length()) == 0;
+  }
+
+  static unsigned int hash(mstd::cAsciiString const& sKey)
+  {
+    unsigned long long const cFactor = 0x9E3779B97F4A7C15ull;
+    char const* pKey = sKey.c_str();
+    unsigned int iLeft = sKey.length();
+    unsigned long long iHash = iLeft * cFactor;
+    unsigned long long iPart = 0;
+    for (; iLeft > sizeof iPart; iLeft -= sizeof iPart, pKey += sizeof iPart)
+    {
+      memcpy(&iPart, pKey, sizeof iPart);
+      iHash = (iHash ^ iPart) * cFactor;
+      iHash ^= iHash >> 32;
+    }
+    iPart = 0;
+    memcpy(&iPart, pKey, iLeft);
+    iHash = (iHash ^ iPart) * cFactor;
+    return static_cast<unsigned int>(iHash >> 32);
+  }
+
+  /// Puts an entry into a free slot, unless its key is there already; true if it did.
+  bool put(cSlot const& rSlot)
+  {
+    for (unsigned int i = 0; i < MaxProbes; ++i)
+    {
+      cSlot& rPlace = mpSlots[(rSlot.miHash + i) & (miSize - 1)];
+      if (rPlace.mpItem == 0)
+      {
+        rPlace = rSlot;
+        return true;
+      }
+      if (isSame(rPlace, rSlot.miHash, rSlot.mpItem->key()))
+      {
+        return false;
+      }
+    }
+    mIsUseless = true;
+    return false;
+  }
+
+  cSlot* mpSlots;
+  unsigned int miSize; // a power of two
+  unsigned int miUsed;
+  bool mIsUseless;
+};
+
 cLITrTable::cLITrTable() = default;
 
-cLITrTable::~cLITrTable() = default;
+cLITrTable::~cLITrTable()
+{
+  tPtrVector::clear(); // the entries tell the index that they go
+}
 
 unsigned int cLITrTable::hashKey1(mstd::cAsciiString const& sKey)
 {
@@ -157,6 +299,19 @@ void cLITrTable::addTranslation(mstd::cAsciiString const& sKey, cString const& s
 
 void cLITrTable::addTranslation(mstd::tAutoPtr<cLITrItem> pItem)
 {
+  cLITrItem& rItem = *pItem;
+  if (!mpIndex)
+  {
+    mpIndex.reinit(new cIndex);
+  }
+  mpIndex->reserve();
+  store(pItem);
+  mpIndex->add(rItem);
+}
+
+/// Takes an entry over into the levels.
+void cLITrTable::store(mstd::tAutoPtr<cLITrItem>& pItem)
+{
   unsigned int const iPlace1 = hashKey1(pItem->key());
   unsigned int const iPlace2 = hashKey2(pItem->key());
   // What is new is complete before anything that is there changes, which is the last step.
@@ -164,14 +319,14 @@ void cLITrTable::addTranslation(mstd::tAutoPtr<cLITrItem> pItem)
   if (pPlaces == 0)
   {
     mstd::tAutoPtr<tPlaces> pNew(new tPlaces);
-    store(*pNew, iPlace2, createItems(pItem));
-    store(*this, iPlace1, pNew);
+    put(*pNew, iPlace2, createItems(pItem));
+    put(*this, iPlace1, pNew);
     return;
   }
   tItems* const pItems = find(*pPlaces, iPlace2);
   if (pItems == 0)
   {
-    store(*pPlaces, iPlace2, createItems(pItem));
+    put(*pPlaces, iPlace2, createItems(pItem));
     return;
   }
   pItems->append(pItem);
@@ -179,6 +334,11 @@ void cLITrTable::addTranslation(mstd::tAutoPtr<cLITrItem> pItem)
 
 cLITrItem const* cLITrTable::hasTranslation(mstd::cAsciiString const& sKey) const
 {
+  cLITrItem const* const pIndexed = mpIndex ? mpIndex->find(sKey) : 0;
+  if (pIndexed != 0)
+  {
+    return pIndexed;
+  }
   tPlaces const* const pPlaces = find(*this, hashKey1(sKey));
   if (pPlaces == 0)
   {
@@ -214,11 +374,19 @@ bool cLITrTable::translation(cLIMessage const& mMessage, cString& sOut) const
 void cLITrTable::clear()
 {
   tPtrVector::clear();
+  mpIndex.reinit(0);
 }
 
 void cLITrTable::swap(cLITrTable& tOther) noexcept
 {
+  if (this == &tOther)
+  {
+    return;
+  }
   tPtrVector::swap(tOther);
+  cIndex* const pIndex = mpIndex.release();
+  mpIndex.reinit(tOther.mpIndex.release());
+  tOther.mpIndex.reinit(pIndex);
 }
 
 void cLITrTable::printStatistics() const

@@ -26,7 +26,8 @@ class cLIMessage;
 /// Ownership: owns its entries. Not copyable.
 /// Errors:    std::bad_alloc only, and what a stream raises; the table stays as it was.
 /// Threads:   no lock. Reading from several threads at once is fine.
-/// Cost:      a look-up takes two steps by index and a walk over the list that keys of that kind share.
+/// Cost:      a key that is there is found in constant time by an index beside the levels; one that is not takes a walk
+///            over the list of its place. Whoever removes entries by way of the levels loses the index until clear().
 class MORTISE_API cLITrTable : public mstd::tPtrVector<mstd::tPtrVector<mstd::tPtrList<cLITrItem>>>
 {
 public:
@@ -70,6 +71,13 @@ public:
   /// Replaces the table. Entries of a foreign stream that stand at a place where nobody would look for them are put in
   /// their own. A failure leaves the table as it was.
   msa::cAbstractDeserializer& operator<<(msa::cAbstractDeserializer& sDeserializer);
+
+private:
+  class cIndex;
+
+  void store(mstd::tAutoPtr<cLITrItem>& pItem);
+
+  mstd::tAutoPtr<cIndex> mpIndex; // null in an empty table
 };
 } // namespace mucs
 

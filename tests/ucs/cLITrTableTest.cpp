@@ -8,8 +8,11 @@
 
 #include <gtest/gtest.h>
 
+#include <string.h>
+
 #include <string>
 #include <type_traits>
+#include <vector>
 
 namespace
 {
@@ -277,6 +280,109 @@ TEST(cLITrTable, IsAsItWasWhenThereIsNoMemoryForAnEntry)
       }
       ASSERT_LT(iNth, 100u);
     }
+  }
+}
+
+// --- entries that are changed behind the table's back
+// ------------------------------------------------------------------
+
+TEST(cLITrTable, EntriesThatAreRemovedOnALevelAreNotFound)
+{
+  cLITrTable table;
+  for (unsigned int i = 0; i < 100; ++i)
+  {
+    table.addTranslation(std::to_string(i).c_str(), cString(std::to_string(i).c_str()));
+  }
+  table.addTranslation("ab", "first");
+  table.addTranslation("ba", "second");
+  table.addTranslation("ab", "third");
+  cLITrTable::tItems& items = *table.at(2)->at(cLITrTable::hashKey2("ab"));
+  while (items.first()->translation() != "first")
+  {
+    items.erase(items.begin());
+  }
+  items.erase(items.begin());
+  EXPECT_EQ(found(table, "ab"), "third");
+  EXPECT_EQ(found(table, "ba"), "second");
+  EXPECT_EQ(found(table, "7"), "7");
+  delete table.at(1);
+  table.at(1) = nullptr;
+  EXPECT_EQ(found(table, "7"), "(none)");
+  EXPECT_EQ(found(table, "ba"), "second");
+  table.addTranslation("7", "again");
+  EXPECT_EQ(found(table, "7"), "again");
+  table.clear();
+  EXPECT_EQ(found(table, "7"), "(none)");
+  table.addTranslation("7", "new");
+  EXPECT_EQ(found(table, "7"), "new");
+}
+
+TEST(cLITrTable, EntriesThatAreAddedOnALevelAreFound)
+{
+  cLITrTable table;
+  table.addTranslation("ab", "1");
+  table.at(2)->at(cLITrTable::hashKey2("ab"))->append(new cLITrItem("ba", "2"));
+  EXPECT_EQ(found(table, "ba"), "2");
+}
+
+TEST(cLITrTable, ACopyOfAnEntryMayGo)
+{
+  cLITrTable table;
+  table.addTranslation("ab", "1");
+  {
+    cLITrItem copy(*table.hasTranslation("ab"));
+    cLITrItem assigned;
+    assigned = copy;
+    EXPECT_EQ(assigned.translation(), cString("1"));
+  }
+  EXPECT_EQ(found(table, "ab"), "1");
+}
+
+TEST(cLITrTable, KeysMayHoldZeroBytes)
+{
+  cLITrTable table;
+  mstd::cAsciiString sKey("ab");
+  sKey.at(1) = 0;
+  table.addTranslation("ab", "1");
+  table.addTranslation(sKey, "2");
+  cLITrItem const* const pItem = table.hasTranslation(sKey);
+  ASSERT_NE(pItem, nullptr);
+  EXPECT_EQ(pItem->translation(), cString("2"));
+  EXPECT_EQ(found(table, "ab"), "1");
+}
+
+/// What the table takes of a key of up to eight bytes to find it.
+unsigned int hashOf(std::string const& key)
+{
+  unsigned long long const factor = 0x9E3779B97F4A7C15ull;
+  unsigned long long bytes = 0;
+  memcpy(&bytes, key.data(), key.size());
+  return static_cast<unsigned int>(((key.size() * factor) ^ bytes) * factor >> 32);
+}
+
+TEST(cLITrTable, KeysThatAreMadeToCollideAreFound)
+{
+  std::vector<std::string> keys;
+  for (unsigned int i = 0; keys.size() < 400; ++i)
+  {
+    std::string const key = std::to_string(i);
+    if (hashOf(key) % 1024 == 0)
+    {
+      keys.push_back(key);
+    }
+  }
+  cLITrTable table;
+  for (std::string const& key : keys)
+  {
+    table.addTranslation(key.c_str(), cString(key.c_str()));
+  }
+  for (std::string const& key : keys)
+  {
+    table.addTranslation(key.c_str(), "never found");
+  }
+  for (std::string const& key : keys)
+  {
+    ASSERT_EQ(found(table, key.c_str()), key);
   }
 }
 
