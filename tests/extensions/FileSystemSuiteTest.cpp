@@ -910,6 +910,6 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(tBackEnd{"Platform", [] { return std::make_unique<support::cPlatformFileSystem>(); }},
                     tBackEnd{"MountedMemory", [] { return std::make_unique<support::cMountedMemory>(); }},
                     tBackEnd{"BareMemory", [] { return std::make_unique<support::cBareMemory>(); }}),
-    [](testing::TestParamInfo<tBackEnd> const& info) { return std::string(info.param.name); });
+    [](testing::TestParamInfo<tBackEnd> const& backEnd) { return std::string(backEnd.param.name); });
 
 } // namespace
