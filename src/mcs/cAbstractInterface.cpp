@@ -48,7 +48,23 @@ void cAbstractInterface::store(msa::cAbstractSerializer& serializer) const
 void cAbstractInterface::load(msa::cAbstractDeserializer& deserializer, mrmi::cAbstractRMIFactory& factory)
 {
   clear();
-  mDesc << deserializer;
+  cInterfaceDesc desc;
+  desc << deserializer;
+  mDesc.swap(desc);
+  try
+  {
+    loadPublic(deserializer, factory);
+  }
+  catch (...)
+  {
+    mDesc.swap(desc);
+    clear(); // half an interface would be taken for a whole one
+    throw;
+  }
+}
+
+void cAbstractInterface::loadPublic(msa::cAbstractDeserializer& deserializer, mrmi::cAbstractRMIFactory& factory)
+{
   {
     msa::cContext slots(deserializer.getContext(nullptr));
     while (!deserializer.eoc())

@@ -36,11 +36,13 @@ public:
   /// Writes the public face: the description, a context of all public slots, and one of all public signals.
   void store(msa::cAbstractSerializer& serializer) const;
   /// Makes this object stand for an interface that lives elsewhere: all that was public goes, the description and the
-  /// slots and signals come from the stream, their calls and signals from the factory. A failure leaves what was read
-  /// so far.
+  /// slots and signals come from the stream, their calls and signals from the factory, which finds the description
+  /// read when it is asked. A failure leaves the old description, and nothing that is public.
   void load(msa::cAbstractDeserializer& deserializer, mrmi::cAbstractRMIFactory& factory);
 
 private:
+  void loadPublic(msa::cAbstractDeserializer& deserializer, mrmi::cAbstractRMIFactory& factory);
+
   cInterfaceDesc mDesc;
 };
 

@@ -6,8 +6,9 @@ namespace mcs
 {
 
 cRegisteredInterface::cRegisteredInterface(mstd::tAutoPtr<cAbstractInterface> pInterface)
-    : mpInterface(pInterface.release()), mOwned(true)
+    : mpInterface(&*pInterface), mOwned(pInterface.type() != mstd::tAutoPtrType::NotOwned)
 {
+  pInterface.release();
 }
 
 cRegisteredInterface::cRegisteredInterface(cAbstractInterface& interface) : mpInterface(&interface), mOwned(false) {}

@@ -11,7 +11,9 @@ class cAbstractInterface;
 class MORTISE_API cRegisteredInterface
 {
 public:
+  /// Takes the interface over, unless the pointer does not own it either. No interface is an assertion failure.
   explicit cRegisteredInterface(mstd::tAutoPtr<cAbstractInterface> pInterface);
+  /// The interface stays its owner's, and must live longer.
   explicit cRegisteredInterface(cAbstractInterface& interface);
   cRegisteredInterface(cRegisteredInterface const&) = delete; // one entry owns the interface
   cRegisteredInterface& operator=(cRegisteredInterface const&) = delete;
