@@ -15,6 +15,9 @@ set(mortise_locale_dir ${CMAKE_INSTALL_DATADIR}/mortise/locale)
 install(DIRECTORY share/mortise/locale/ DESTINATION ${mortise_locale_dir} COMPONENT runtime
   FILES_MATCHING PATTERN *.tr PATTERN *.locale)
 
+# Where `mortise new-module` and people find a module to begin with.
+install(DIRECTORY share/mortise/template-module DESTINATION ${CMAKE_INSTALL_DATADIR}/mortise COMPONENT development)
+
 configure_package_config_file(cmake/mortiseConfig.cmake.in ${CMAKE_CURRENT_BINARY_DIR}/mortiseConfig.cmake
   INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/mortise PATH_VARS mortise_locale_dir NO_SET_AND_CHECK_MACRO)
 # While the first number is 0, each minor version may change an interface.

@@ -1,0 +1,34 @@
+#ifndef GREETER_CGREETER_H
+#define GREETER_CGREETER_H
+
+#include "mcs/cAbstractComponent.h"
+#include "mcs/cAbstractInterface.h"
+#include "std/cAsciiString.h"
+
+/// What the module offers to others.
+class cGreeterInterface : public mcs::cAbstractInterface
+{
+public:
+  cGreeterInterface();
+
+  /// Slot "greet".
+  mstd::cAsciiString greet(mstd::cAsciiString const& name);
+  /// How many of the others use this interface.
+  unsigned int matched() const { return miMatched; }
+
+  void interfaceMatched() override { ++miMatched; }
+  void interfaceUnmatched() override { --miMatched; }
+
+private:
+  unsigned int miMatched;
+};
+
+/// The component of this module.
+class cGreeter : public mcs::cAbstractComponent
+{
+public:
+  /// The frame holds what the program passes on when it loads the module.
+  cGreeter(mcs::cModuleMgr& manager, msa::cReferenceFrame& frame);
+};
+
+#endif
