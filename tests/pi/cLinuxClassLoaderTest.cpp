@@ -1,5 +1,6 @@
 #include "pi/cAbstractClassLoader.h"
 
+#include "io/cFs.h"
 #include "mcs/cAbstractComponent.h"
 #include "mcs/cAbstractPlugIn.h"
 #include "mcs/cModuleLoadException.h"
@@ -10,16 +11,27 @@
 #include "pi/platform/dependend/native_linux/cLinuxClassLoader.h"
 #include "sa/cReferenceFrame.h"
 #include "std/cRuntimeException.h"
+#include "support/cByteEnDec.h"
 #include "support/cCaptureOut.h"
 #include "support/cTempDir.h"
 #include "support/cTestModule.h"
 #include "support/exceptionText.h"
+#include "support/fileContents.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <link.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <iterator>
 #include <memory>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -344,4 +356,319 @@ TEST_F(cLinuxClassLoader, IsUnloadedByALaterFileThatCannotBeLoaded)
   EXPECT_EQ(caught<cModuleLoadException>([&] { loader.loadLibrary(dir.name("none")); }).kindOfProblem(),
             cModuleLoadException::NotLoadable);
   EXPECT_FALSE(cTestModule("plugIn").isMapped());
+}
+
+// What is broken -----------------------------------------------------------------------------------------------------
+
+namespace
+{
+/// A file of its own for each broken library.
+class cBrokenLibrary
+{
+public:
+  explicit cBrokenLibrary(std::string const& contents) : mFile(mDir.path() + "/libbroken.so")
+  {
+    support::putFile(file(), contents);
+  }
+
+  mucs::cString file() const { return mucs::cString(mFile.c_str()); }
+  /// True if the file can be loaded. Otherwise the reason names the file, and nothing of it stays.
+  bool isLoadable()
+  {
+    try
+    {
+      cPlatform::createClassLoader(file());
+      return true;
+    }
+    catch (cModuleLoadException const& e)
+    {
+      mReason = toString(e.problem());
+      EXPECT_EQ(e.kindOfProblem(), cModuleLoadException::NotLoadable);
+      EXPECT_THAT(mReason, HasSubstr(mFile + ": "));
+      EXPECT_FALSE(cTestModule::isMapped("/libbroken.so"));
+    }
+    return false;
+  }
+  std::string const& reason() const { return mReason; }
+
+private:
+  support::cTempDir mDir;
+  std::string mFile;
+  std::string mReason;
+};
+
+std::string contentsOf(char const* pModule)
+{
+  return support::fileBytes(cTestModule(pModule).file());
+}
+
+size_t countDescriptors()
+{
+  std::filesystem::directory_iterator const descriptors("/proc/self/fd");
+  return static_cast<size_t>(std::distance(begin(descriptors), end(descriptors)));
+}
+
+size_t countMappings()
+{
+  std::string const maps = support::fileBytes(mucs::cString("/proc/self/maps"));
+  return static_cast<size_t>(std::count(maps.begin(), maps.end(), '\n'));
+}
+} // namespace
+
+TEST_F(cLinuxClassLoader, RefusesWhatIsNoLibrary)
+{
+  for (std::string const& contents : {std::string(), std::string("MZ"),
+                                      std::string("\x7f"
+                                                  "ELF"),
+                                      std::string(100000, 'x'), std::string(100000, '\0')})
+  {
+    EXPECT_FALSE(cBrokenLibrary(contents).isLoadable()) << contents.substr(0, 10);
+  }
+}
+
+// Where only what is behind the segments is missing, as the names for a debugger, the library is whole for the loader.
+TEST_F(cLinuxClassLoader, RefusesALibraryThatIsCutOffWhereverThatIs)
+{
+  std::string const whole = contentsOf("plugIn");
+  size_t const step = whole.size() / 300;
+  size_t needed = 0;
+  unsigned int refused = 0;
+  for (size_t length = 0; length < whole.size(); length += step)
+  {
+    if (cBrokenLibrary(whole.substr(0, length)).isLoadable())
+    {
+      needed = needed == 0 ? length : needed;
+    }
+    else
+    {
+      EXPECT_EQ(needed, 0u) << length;
+      ++refused;
+    }
+  }
+  EXPECT_GT(refused, 50u);
+  EXPECT_TRUE(cBrokenLibrary(whole).isLoadable());
+}
+
+TEST_F(cLinuxClassLoader, RefusesALibraryThatTellsOfSegmentsItDoesNotHave)
+{
+  std::string contents = contentsOf("plugIn");
+  ElfW(Ehdr) header;
+  std::memcpy(&header, contents.data(), sizeof header);
+  header.e_phnum = 65535;
+  std::memcpy(&contents[0], &header, sizeof header);
+  EXPECT_FALSE(cBrokenLibrary(contents).isLoadable());
+  header.e_phnum = 4;
+  header.e_phoff = contents.size() - sizeof(ElfW(Phdr));
+  std::memcpy(&contents[0], &header, sizeof header);
+  EXPECT_FALSE(cBrokenLibrary(contents).isLoadable());
+  header.e_phoff = static_cast<decltype(header.e_phoff)>(-1);
+  std::memcpy(&contents[0], &header, sizeof header);
+  EXPECT_FALSE(cBrokenLibrary(contents).isLoadable());
+}
+
+TEST_F(cLinuxClassLoader, RefusesALibraryForAnotherProcessor)
+{
+  std::string contents = contentsOf("plugIn");
+  ElfW(Ehdr) header;
+  std::memcpy(&header, contents.data(), sizeof header);
+  header.e_machine = header.e_machine == EM_AARCH64 ? EM_PPC64 : EM_AARCH64;
+  std::memcpy(&contents[0], &header, sizeof header);
+  EXPECT_FALSE(cBrokenLibrary(contents).isLoadable());
+  contents = contentsOf("plugIn");
+  contents[EI_CLASS] = contents[EI_CLASS] == ELFCLASS64 ? ELFCLASS32 : ELFCLASS64;
+  cBrokenLibrary otherClass(contents);
+  EXPECT_FALSE(otherClass.isLoadable());
+  EXPECT_THAT(otherClass.reason(), HasSubstr("wrong ELF class"));
+}
+
+TEST_F(cLinuxClassLoader, RefusesADirectory)
+{
+  support::cTempDir const dir;
+  cModuleLoadException const e = failureOf(mucs::cString(dir.path().c_str()));
+  EXPECT_EQ(e.kindOfProblem(), cModuleLoadException::NotLoadable);
+  EXPECT_THAT(toString(e.problem()), HasSubstr("irectory"));
+}
+
+// Opening it would wait for somebody who writes.
+TEST_F(cLinuxClassLoader, RefusesAPipe)
+{
+  support::cTempDir const dir;
+  std::string const pipe = dir.path() + "/libpipe.so";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(toString(failureOf(mucs::cString(pipe.c_str())).problem()),
+            "Unable to load plugin. OS returned " + pipe + ": not a regular file!");
+}
+
+TEST_F(cLinuxClassLoader, RefusesAFileThatMayNotBeRead)
+{
+  support::cTempDir const dir;
+  std::string const file = dir.path() + "/libclosed.so";
+  std::filesystem::copy_file(cTestModule("plugIn").path(), file);
+  ASSERT_EQ(chmod(dir.path().c_str(), 0755), 0);
+  ASSERT_EQ(chmod(file.c_str(), 0), 0);
+  bool const isRoot = geteuid() == 0; // who may read everything
+  ASSERT_EQ(isRoot ? seteuid(65534) : 0, 0);
+  std::string const reason = toString(failureOf(mucs::cString(file.c_str())).problem());
+  ASSERT_EQ(isRoot ? seteuid(0) : 0, 0);
+  EXPECT_THAT(reason, HasSubstr("Permission denied"));
+}
+
+// The empty name is that of the program for the system, and the program is no module.
+TEST_F(cLinuxClassLoader, RefusesTheEmptyName)
+{
+  EXPECT_EQ(toString(failureOf(mucs::cString()).problem()), "Invalid module. Missing moduleInit section!");
+}
+
+TEST_F(cLinuxClassLoader, NamesTheSymbolThatNobodyHas)
+{
+  cModuleLoadException const e = failureOf(cTestModule("needingSymbol").file());
+  EXPECT_EQ(e.kindOfProblem(), cModuleLoadException::NotLoadable);
+  EXPECT_THAT(toString(e.problem()), HasSubstr("mortiseTestHelp"));
+  EXPECT_THAT(toString(e.problem()), HasSubstr("needingSymbol"));
+  EXPECT_FALSE(cTestModule("needingSymbol").isMapped());
+}
+
+TEST_F(cLinuxClassLoader, NamesTheLibraryThatIsMissing)
+{
+  cModuleLoadException const e = failureOf(cTestModule("needingLibrary").file());
+  EXPECT_EQ(e.kindOfProblem(), cModuleLoadException::NotLoadable);
+  EXPECT_THAT(toString(e.problem()), HasSubstr("libmortise-test-helper.so"));
+  EXPECT_FALSE(cTestModule("needingLibrary").isMapped());
+}
+
+TEST_F(cLinuxClassLoader, UnloadsTheLibrariesThatAModuleNeedsWithIt)
+{
+  {
+    mstd::tAutoPtr<cAbstractClassLoader> const loader = load("helped");
+    mstd::tAutoPtr<mcs::cAbstractPlugIn> const plugIn(loader->instance(mFrame));
+    EXPECT_EQ(toString(plugIn->info().name()), "helped");
+    EXPECT_TRUE(cTestModule("helper").isMapped());
+  }
+  EXPECT_FALSE(cTestModule("helped").isMapped());
+  EXPECT_FALSE(cTestModule("helper").isMapped());
+}
+
+// What is not the library's own does not make it a module.
+TEST_F(cLinuxClassLoader, DoesNotTakeEntryPointsOfOtherLibraries)
+{
+  EXPECT_EQ(invalid("entriesOfAnother"), "Invalid module. Missing moduleInit section!");
+}
+
+TEST_F(cLinuxClassLoader, KeepsOfNoFailureAnything)
+{
+  support::cTempDir const dir;
+  std::string const whole = contentsOf("plugIn");
+  auto const failAll = [&] {
+    for (char const* const module : {"noInit", "noVersion", "noKroVersion", "needingSymbol", "needingLibrary", "none"})
+    {
+      EXPECT_THROW(load(module), cModuleLoadException) << module;
+    }
+    EXPECT_FALSE(cBrokenLibrary(whole.substr(0, whole.size() / 8)).isLoadable());
+    EXPECT_THROW(cPlatform::createClassLoader(mucs::cString(dir.path().c_str())), cModuleLoadException);
+  };
+  failAll();
+  size_t const descriptors = countDescriptors();
+  size_t const mappings = countMappings();
+  for (unsigned int i = 0; i < 100; ++i)
+  {
+    failAll();
+  }
+  EXPECT_EQ(countDescriptors(), descriptors);
+  EXPECT_LE(countMappings(), mappings + 2); // the heap's
+}
+
+TEST_F(cLinuxClassLoader, TakesNamesThroughTheEncoderOfTheFileSystem)
+{
+  support::cTempDir const dir;
+  std::string const utf8 = dir.path() + "/libm\xc3\xb6.so";
+  std::filesystem::copy_file(cTestModule("plugIn").path(), utf8);
+  mucs::cString name = dir.name("libm");
+  name.append(0xf6);
+  mstd::tAutoPtr<cAbstractClassLoader>(cPlatform::createClassLoader(name + mucs::cString(".so")));
+  // Also in what the system says.
+  mucs::cString reason;
+  failureOf(name).problem().untranslated(reason);
+  EXPECT_TRUE(reason == mucs::cString("Unable to load plugin. OS returned ") + name +
+                            mucs::cString(": cannot open shared object file: No such file or directory!"));
+
+  mio::cFs const former(mpi::system().fs);
+  mpi::system().fs = mio::cFs(support::cByteEnDec());
+  std::string const bytes = dir.path() + "/libm\xf6.so";
+  std::filesystem::rename(utf8, bytes);
+  EXPECT_NO_THROW(cPlatform::createClassLoader(name + mucs::cString(".so")));
+  mpi::system().fs = former;
+  // A text of the system that is no text in the encoding of names.
+  EXPECT_THROW(cPlatform::createClassLoader(name + mucs::cString(".so")), cModuleLoadException);
+}
+
+TEST_F(cLinuxClassLoader, HoldsAThousandLibrariesAtOnce)
+{
+  unsigned int const Libraries = 1000;
+  support::cTempDir const dir;
+  for (unsigned int i = 0; i < Libraries; ++i)
+  {
+    std::filesystem::copy_file(cTestModule("sameNameA").path(), dir.path() + "/lib" + std::to_string(i) + ".so");
+  }
+  size_t const descriptors = countDescriptors();
+  {
+    unsigned int made = 0;
+    unsigned int total = 0;
+    mFrame.addRef(made, true, false);
+    std::vector<std::unique_ptr<cAbstractClassLoader>> loaders;
+    std::vector<std::unique_ptr<mcs::cAbstractPlugIn>> plugIns;
+    for (unsigned int i = 0; i < Libraries; ++i)
+    {
+      loaders.emplace_back(cPlatform::createClassLoader(dir.name("lib" + std::to_string(i) + ".so")).release());
+      mFrame.restartReading();
+      plugIns.emplace_back(loaders.back()->instance(mFrame));
+      total += made;
+    }
+    EXPECT_EQ(total, Libraries); // each counts for itself
+    EXPECT_EQ(countDescriptors(), descriptors);
+    EXPECT_TRUE(cTestModule::isMapped("/lib999.so"));
+    plugIns.clear();
+  }
+  EXPECT_THAT(support::fileBytes(mucs::cString("/proc/self/maps")), Not(HasSubstr(dir.path())));
+}
+
+TEST_F(cLinuxClassLoader, GrowsNotInTenThousandRounds)
+{
+  takeNotes();
+  auto const round = [&](char const* pModule) {
+    mstd::tAutoPtr<cAbstractClassLoader> const loader = load(pModule);
+    mNotes = mstd::cAsciiString();
+    mFrame.restartReading();
+    mstd::tAutoPtr<mcs::cAbstractComponent> const component(loader->instance(mFrame, mManager));
+    EXPECT_EQ(toString(mNotes), "component made;");
+    component->setClassLoader(loader.get(), mstd::cAsciiString("round"));
+  };
+  auto const pages = [] { return std::stoul(support::fileBytes(mucs::cString("/proc/self/statm"))); };
+  for (unsigned int i = 0; i < 100; ++i)
+  {
+    round("component");
+  }
+  size_t const descriptors = countDescriptors();
+  size_t const mappings = countMappings();
+  unsigned long const memory = pages();
+  for (unsigned int i = 0; i < 10000; ++i)
+  {
+    round("component");
+  }
+  EXPECT_EQ(countDescriptors(), descriptors);
+  EXPECT_EQ(countMappings(), mappings);
+  EXPECT_LE(pages(), memory + 64); // less than a byte for each
+}
+
+// Not a failure of the loader: the library goes when the thread does.
+TEST_F(cLinuxClassLoader, LeavesALibraryThatAThreadStillHoldsToThatThread)
+{
+  std::thread([&] {
+    {
+      mstd::tAutoPtr<cAbstractClassLoader> const loader = load("threadLocal");
+      mstd::tAutoPtr<mcs::cAbstractPlugIn>(loader->instance(mFrame));
+    }
+    EXPECT_TRUE(cTestModule("threadLocal").isMapped());
+  }).join();
+  mstd::tAutoPtr<cAbstractClassLoader>(load("plugIn")); // the loader sweeps when it unloads the next
+  EXPECT_FALSE(cTestModule("threadLocal").isMapped());
 }
