@@ -111,6 +111,7 @@ void cRMIException::load(msa::cAbstractDeserializer& deserializer)
   Operation const known = static_cast<Operation>(operation);
   cRMIException read(location, index, key, known, name,
                      key != 0 ? messageWithKey(known, name, key) : messageWithIndex(known, name, index));
+  read.setMarks(cMarks{Runtime, false});
   swap(read);
 }
 } // namespace mcs

@@ -11,13 +11,15 @@ namespace mcs
 class MORTISE_API cRMIException : public mstd::cRuntimeException
 {
 public:
-  enum Operation
+  /// Any number may come out of a stream.
+  enum Operation : unsigned int
   {
     CallSlot = 0,
     ConnectSignal = 1
   };
 
-  /// The interface is known by its index at a location; its key is 0.
+  /// The interface is known by its index at a location; its key is 0. An operation that is none leaves the message
+  /// empty.
   cRMIException(cComponentLocation const& location, unsigned int iIndex, Operation eOperation,
                 mstd::cAsciiString const& signalSlotName);
   /// The interface is known by its key; the location is this process, without a valid address, and the index 0.
@@ -30,10 +32,11 @@ public:
   Operation operation() const { return mOperation; }
   mstd::cAsciiString signalSlotName() const { return mName.string(); }
 
-  /// Writes the fields; the message does not travel.
+  /// Writes the fields; neither the class name nor the message travels. So a chain with such an exception can be
+  /// written by storeRecursive(), but not rebuilt by createFromStream(), which looks for a class name.
   void store(msa::cAbstractSerializer& serializer) const override;
-  /// Reads the fields and builds the message from them again: the form with the key if the key is not 0. A failure
-  /// leaves the exception as it was.
+  /// Reads the fields and builds the message from them again: the form with the key if the key is not 0. Place, back
+  /// trace and history go. A failure leaves the exception as it was.
   void load(msa::cAbstractDeserializer& deserializer) override;
 
 private:
