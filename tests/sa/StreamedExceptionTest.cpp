@@ -1,5 +1,6 @@
 // Exceptions and their chains on a stream.
 
+#include "mcs/cComponentLocation.h"
 #include "sa/cContext.h"
 #include "sa/cDeserializeBinary.h"
 #include "sa/cSerializeBinary.h"
@@ -277,6 +278,34 @@ TEST(StreamedException, OutOfMemoryMarksComeBack)
   ASSERT_NE(chain->history(), nullptr);
   EXPECT_TRUE(chain->history()->outOfMemoryCondition());
   EXPECT_EQ(chainBytes(*chain), bytesOf(items));
+}
+
+TEST(StreamedException, LocationStaysBehindAndIsSetByTheReceiver)
+{
+  mcs::cComponentLocation const bench(mstd::cAsciiString("1:5-812@bench"));
+  mstd::cOutOfBoundsException sent = sample();
+  std::string const local = chainBytes(sent);
+  sent.setRemoteInfo(bench);
+  EXPECT_EQ(chainBytes(sent), local) << "it is not part of the record";
+
+  tChain const chain = rebuilt(local);
+  ASSERT_TRUE(chain);
+  EXPECT_FALSE(chain->isRemote());
+  chain->setRemoteInfo(bench);
+  EXPECT_TRUE(chain->isRemote());
+  EXPECT_TRUE(chain->remoteLocation() == bench);
+  EXPECT_FALSE(chain->history()->isRemote());
+  // Loading into an exception that has one leaves it.
+  mstd::cRuntimeException marked;
+  marked.setRemoteInfo(bench);
+  msa::cSerializeBinary serializer;
+  mstd::cRuntimeException(mucs::cLIMessage("other"), nullptr, 0).store(serializer);
+  msa::cDeserializeBinary deserializer(given(support::written(serializer)));
+  mstd::cAsciiString name;
+  name << deserializer;
+  marked.load(deserializer);
+  EXPECT_EQ(messageOf(marked), "other");
+  EXPECT_TRUE(marked.remoteLocation() == bench);
 }
 
 TEST(StreamedException, NoExceptionIsAnEmptyChain)

@@ -467,6 +467,106 @@ TEST(cAbstractException, ACopyWithoutMemoryForTheRemoteLocationIsLocalAndMarked)
   EXPECT_TRUE(copy.outOfMemoryCondition());
 }
 
+TEST(cAbstractException, EachExceptionOfAChainHasItsOwnRemoteLocation)
+{
+  cRuntimeException e = runtimeError("newest");
+  e.setRemoteInfo(mcs::cComponentLocation(mstd::cAsciiString("1:5-812@bench")));
+  e.link(runtimeError("local"));
+  cRuntimeException oldest = runtimeError("oldest");
+  oldest.setRemoteInfo(mcs::cComponentLocation(mstd::cAsciiString("2:6-1@desk")));
+  e.link(oldest);
+
+  std::unique_ptr<cAbstractException> const clone(e.createObject());
+  bool outOfMemory = false;
+  std::unique_ptr<cAbstractException> const history(e.getHistory(outOfMemory));
+  cRuntimeException assigned = runtimeError("target");
+  assigned = e;
+  EXPECT_FALSE(assigned.isRemote()) << "its own place stays";
+  for (cAbstractException const* chain :
+       {e.history(), clone->history(), static_cast<cAbstractException const*>(history.get()), assigned.history()})
+  {
+    ASSERT_NE(nullptr, chain);
+    EXPECT_FALSE(chain->isRemote());
+    ASSERT_NE(nullptr, chain->history());
+    ASSERT_TRUE(chain->history()->isRemote());
+    EXPECT_STREQ("2:6-1@desk", chain->history()->remoteLocation().toString().c_str());
+  }
+  ASSERT_TRUE(clone->isRemote());
+  EXPECT_STREQ("1:5-812@bench", clone->remoteLocation().toString().c_str());
+  EXPECT_NE(&e.remoteLocation(), &clone->remoteLocation());
+}
+
+TEST(cAbstractException, AnExceptionWhoseLocationIsRefusedStaysWhereItWas)
+{
+  if (!support::cAllocationFault::seesNew())
+  {
+    GTEST_SKIP() << "the allocations are not seen here";
+  }
+  mcs::cComponentLocation const desk(mstd::cAsciiString("2:6-1@desk:left"));
+  unsigned int failures = 0;
+  for (unsigned int n = 1;; ++n)
+  {
+    cPlainException e("far");
+    e.setRemoteInfo(mcs::cComponentLocation(mstd::cAsciiString("1:5-812@bench")));
+    bool hasThrown = false;
+    support::cBlockBalance const balance;
+    {
+      support::cAllocationFault fault(n);
+      try
+      {
+        e.setRemoteInfo(desk);
+      }
+      catch (std::bad_alloc const&)
+      {
+        hasThrown = true;
+      }
+      fault.disarm();
+      EXPECT_EQ(fault.hasFired(), hasThrown);
+    }
+    EXPECT_STREQ(hasThrown ? "1:5-812@bench" : "2:6-1@desk:left", e.remoteLocation().toString().c_str());
+    EXPECT_FALSE(e.outOfMemoryCondition());
+    if (!hasThrown)
+    {
+      break;
+    }
+    EXPECT_EQ(0, balance.blocks());
+    ++failures;
+  }
+  EXPECT_GE(failures, 1u);
+}
+
+TEST(cAbstractException, ChainsWithLocationsAreCopiedWithoutMemory)
+{
+  if (!support::cAllocationFault::seesNew())
+  {
+    GTEST_SKIP() << "the allocations are not seen here";
+  }
+  cRuntimeException e = runtimeError("newest");
+  e.link(runtimeError("oldest"));
+  e.setRemoteInfo(mcs::cComponentLocation(mstd::cAsciiString("1:5-812@bench:left")));
+  const_cast<cAbstractException*>(e.history())
+      ->setRemoteInfo(mcs::cComponentLocation(mstd::cAsciiString("2:6-1@desk:right")));
+  unsigned int n = 1;
+  for (bool hasFired = true; hasFired; ++n)
+  {
+    support::cBlockBalance const balance;
+    {
+      support::cAllocationFault fault(n);
+      cRuntimeException const copy(e);
+      fault.disarm();
+      hasFired = fault.hasFired();
+      bool const isWhole = copy.isRemote() && copy.remoteLocation() == e.remoteLocation() &&
+                           copy.history() != nullptr && copy.history()->isRemote() &&
+                           copy.history()->remoteLocation() == e.history()->remoteLocation();
+      EXPECT_TRUE(hasFired || isWhole);
+      EXPECT_EQ(hasFired, copy.hasOutOfMemoryCondition()) << n;
+      EXPECT_EQ(hasFired ? "Out of memory!" : "newest", toString(copy.toMessage())) << n;
+    }
+    EXPECT_EQ(0, balance.blocks()) << n;
+  }
+  EXPECT_GT(n, 8u);
+}
+
 TEST(cAbstractException, TheRemoteLocationStaysWithItsObject)
 {
   cRuntimeException target = runtimeError("target");
