@@ -11,6 +11,8 @@
 #include "pi/platform/dependend/native_linux/cLinuxClassLoader.h"
 #include "sa/cReferenceFrame.h"
 #include "std/cRuntimeException.h"
+#include "std/exceptionMessage.h"
+#include "support/cAllocationFault.h"
 #include "support/cByteEnDec.h"
 #include "support/cCaptureOut.h"
 #include "support/cTempDir.h"
@@ -592,13 +594,39 @@ TEST_F(cLinuxClassLoader, TakesNamesThroughTheEncoderOfTheFileSystem)
                             mucs::cString(": cannot open shared object file: No such file or directory!"));
 
   mio::cFs const former(mpi::system().fs);
-  mpi::system().fs = mio::cFs(support::cByteEnDec());
+  support::cByteEnDec const encoder;
+  mpi::system().fs = mio::cFs(encoder);
   std::string const bytes = dir.path() + "/libm\xf6.so";
   std::filesystem::rename(utf8, bytes);
   EXPECT_NO_THROW(cPlatform::createClassLoader(name + mucs::cString(".so")));
   mpi::system().fs = former;
-  // A text of the system that is no text in the encoding of names.
-  EXPECT_THROW(cPlatform::createClassLoader(name + mucs::cString(".so")), cModuleLoadException);
+}
+
+namespace
+{
+// Its names cannot be read back.
+class cOneWay : public support::cByteEnDec
+{
+public:
+  void decode(mstd::tConstArrayRef<char> const&, mucs::cString&) const override
+  {
+    throw mstd::cRuntimeException(mstd::exceptionMessage("$MTR$No text!"), nullptr, 0);
+  }
+};
+} // namespace
+
+TEST_F(cLinuxClassLoader, TellsAReasonThatTheEncoderCannotReadByItsBytes)
+{
+  mio::cFs const former(mpi::system().fs);
+  cOneWay const encoder;
+  mpi::system().fs = mio::cFs(encoder);
+  mucs::cString name("/nowhere/");
+  name.append(0xf6);
+  std::string const reason = toString(failureOf(name).problem());
+  mpi::system().fs = former;
+  EXPECT_EQ(
+      reason,
+      "Unable to load plugin. OS returned /nowhere/?: cannot open shared object file: No such file or directory!");
 }
 
 TEST_F(cLinuxClassLoader, HoldsAThousandLibrariesAtOnce)
@@ -655,8 +683,11 @@ TEST_F(cLinuxClassLoader, GrowsNotInTenThousandRounds)
     round("component");
   }
   EXPECT_EQ(countDescriptors(), descriptors);
-  EXPECT_EQ(countMappings(), mappings);
-  EXPECT_LE(pages(), memory + 64); // less than a byte for each
+  if (support::cAllocationFault::seesMalloc()) // a sanitizer keeps what is given back
+  {
+    EXPECT_EQ(countMappings(), mappings);
+    EXPECT_LE(pages(), memory + 16); // ten bytes for each round would be more
+  }
 }
 
 // Not a failure of the loader: the library goes when the thread does.

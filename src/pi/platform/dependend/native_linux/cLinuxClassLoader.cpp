@@ -63,7 +63,7 @@ char const* fatalDamage(char const* pName)
       ElfW(Phdr) segment;
       ssize_t read = sizeof segment;
       unsigned long long const place = start.mHeader.e_phoff + i * sizeof segment;
-      if (place >= sizeof start.mHeader && place + sizeof segment <= static_cast<unsigned long long>(got))
+      if (place >= sizeof start.mHeader && place <= static_cast<unsigned long long>(got) - sizeof segment)
       {
         ::memcpy(&segment, reinterpret_cast<char const*>(&start) + place, sizeof segment);
       }
