@@ -1,0 +1,60 @@
+#include "mce/net++/cNetAbstractClient.h"
+
+#include "mce/net++/cNETExceptions.h"
+#include "mce/net++/cNetAbstractAddress.h"
+#include "mce/net++/cNetAbstractConnection.h"
+#include "pi/cSystem.h"
+#include "pi/cWorkQueue.h"
+#include "rmi/cDirectLocalSlotCall0.h"
+#include "std/cAsciiString.h"
+
+namespace mce
+{
+
+cNetAbstractClient::cNetAbstractClient(mpi::cWorkQueue* pQueue) : mpWorkQueue(pQueue)
+{
+  sigEstablished.setInvocationBehavior(mrmi::cAbstractSignal::IgnoreIfUnconnected);
+  sigTimeout.setInvocationBehavior(mrmi::cAbstractSignal::IgnoreIfUnconnected);
+  mTimeoutWork.sigAction.connect(mrmi::cDirectLocalSlotCall0(*this, &cNetAbstractClient::sltTimeout));
+  wq().addJob(mTimeoutWork);
+}
+
+cNetAbstractClient::~cNetAbstractClient() {}
+
+void cNetAbstractClient::invalidate() {}
+
+void cNetAbstractClient::startTimeout(unsigned int iMSec)
+{
+  mTimeoutWork.start(iMSec, mpi::cWork::SingleTask);
+}
+
+void cNetAbstractClient::stopTimeout()
+{
+  mTimeoutWork.stop();
+}
+
+mstd::tAutoPtr<cNetAbstractConnection> cNetAbstractClient::waitConnection()
+{
+  while (!isConnected())
+  {
+    processConnection();
+  }
+  return takeConnection();
+}
+
+mpi::cWorkQueue& cNetAbstractClient::wq() const
+{
+  return mpWorkQueue != nullptr ? *mpWorkQueue : mpi::system().wq;
+}
+
+void cNetAbstractClient::sltTimeout()
+{
+  invalidate();
+  if (!sigTimeout.isConnected())
+  {
+    cNETExceptions::throwClientTimeout(target().toString(0));
+  }
+  sigTimeout();
+}
+
+} // namespace mce

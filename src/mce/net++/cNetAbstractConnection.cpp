@@ -1,0 +1,561 @@
+#include "mce/net++/cNetAbstractConnection.h"
+
+#include "mce/net++/cNETExceptions.h"
+#include "mce/net++/cNetAbstractAddress.h"
+#include "mp/cLocker.h"
+#include "pi/cAbstractOut.h"
+#include "pi/cSystem.h"
+#include "pi/cWorkQueue.h"
+#include "rmi/cDirectLocalSlotCall0.h"
+#include "rmi/cDirectLocalSlotCall2.h"
+#include "std/cRuntimeException.h"
+#include "std/cTime.h"
+#include "std/debugLines.h"
+#include "std/exceptionMessage.h"
+
+namespace mce
+{
+namespace
+{
+char const Mark[] = "mce/net++/cNetAbstractConnection";
+
+enum
+{
+  ReadTurns = 10,    // of one call; the rest waits for the next turn of the queue
+  WriteTurns = 1000, // of one call, too
+  LookAgain = 10     // milliseconds until a closing connection looks whether everything is sent
+};
+
+/// Raises the timeout when its time is over; with 0 never.
+class cDeadline
+{
+public:
+  explicit cDeadline(unsigned int iMSec) : miMSec(iMSec) {}
+
+  void check() const
+  {
+    if (miMSec != 0 && mStart.diff().toMSec() > miMSec)
+    {
+      cNETExceptions::throwTransferTimeout(miMSec);
+    }
+  }
+
+private:
+  unsigned int miMSec;
+  mstd::cTime mStart;
+};
+} // namespace
+
+/// Tells a running function that its connection was destroyed, by a slot.
+class cNetAbstractConnection::cWatch
+{
+public:
+  explicit cWatch(cNetAbstractConnection& connection) : mpConnection(&connection), mpOuter(connection.mpWatch)
+  {
+    connection.mpWatch = this;
+  }
+  cWatch(cWatch const&) = delete;
+  cWatch& operator=(cWatch const&) = delete;
+  ~cWatch()
+  {
+    if (mpConnection != nullptr)
+    {
+      mpConnection->mpWatch = mpOuter;
+    }
+  }
+
+  bool isGone() const { return mpConnection == nullptr; }
+
+  static void tellAll(cWatch* pInnermost)
+  {
+    for (cWatch* watch = pInnermost; watch != nullptr; watch = watch->mpOuter)
+    {
+      watch->mpConnection = nullptr;
+    }
+  }
+
+private:
+  cNetAbstractConnection* mpConnection;
+  cWatch* mpOuter;
+};
+
+cNetAbstractConnection::cNetAbstractConnection(mstd::tAutoPtr<cNetAbstractSocket> pSocket)
+    : mpSocket(pSocket), mInvalid(false), miTxLeft(0), mpRxPacket(nullptr), miRxLeft(0), mContinuous(false),
+      mClosedByPeerReported(false), mInvalidatedReported(false), mpWatch(nullptr)
+{
+  if (!(mpSocket.get()))
+  {
+    cSTDExceptions::throwAssertionFailed("mpSocket.get()", Mark, __LINE__);
+  }
+  mrmi::cAbstractSignal* const signals[] = {&sigClosedByPeer, &sigInvalidated, &sigDataReceived, &sigTxProgress,
+                                            &sigTxComplete};
+  for (mrmi::cAbstractSignal* const signal : signals)
+  {
+    signal->setInvocationBehavior(mrmi::cAbstractSignal::IgnoreIfUnconnected);
+  }
+  mpi::cWork& readWork = mpSocket->readWork();
+  mpi::cWork& writeWork = mpSocket->writeWork();
+  mpi::cWork& exceptionWork = mpSocket->exceptionWork();
+  mDelayedInvalidation.sigAction.connect(
+      mrmi::cDirectLocalSlotCall0(*this, &cNetAbstractConnection::sltDelayedSocketDestroy));
+  readWork.sigAction.connect(mrmi::cDirectLocalSlotCall0(*this, &cNetAbstractConnection::sltSocketReadable));
+  writeWork.sigAction.connect(mrmi::cDirectLocalSlotCall0(*this, &cNetAbstractConnection::sltSocketWritable));
+  exceptionWork.sigAction.connect(mrmi::cDirectLocalSlotCall0(*this, &cNetAbstractConnection::sltSocketException));
+  exceptionWork.start();
+  readWork.stop();
+  writeWork.stop();
+  for (mpi::cWork* const work : {&readWork, &writeWork, &exceptionWork})
+  {
+    work->sigActionError().connect(mrmi::cDirectLocalSlotCall2(*this, &cNetAbstractConnection::sltException));
+  }
+  mstd::cAsciiString name("network connection delayed invalidation for ");
+  name += mpSocket->peer().toString(0);
+  name += ")";
+  mDelayedInvalidation.setName(name);
+}
+
+cNetAbstractConnection::~cNetAbstractConnection()
+{
+  try
+  {
+    invalidate();
+  }
+  catch (...)
+  {
+    mstd::writeCaughtException(Mark, __LINE__);
+  }
+  cWatch::tellAll(mpWatch);
+}
+
+void cNetAbstractConnection::schedule(mpi::cWorkQueue* pQueue)
+{
+  if (mInvalid)
+  {
+    return;
+  }
+  mpi::cWorkQueue& queue = pQueue != nullptr ? *pQueue : mpi::system().wq;
+  mpSocket->schedule(queue);
+  queue.addJob(mDelayedInvalidation);
+}
+
+void cNetAbstractConnection::checkCanSend(char const* pInvalidKey)
+{
+  if (mInvalid)
+  {
+    cNETExceptions::throwInvalidConnection(pInvalidKey);
+  }
+  if (isTxBusy())
+  {
+    cNETExceptions::throwConnectionTxBusy();
+  }
+}
+
+cNetAbstractConnection& cNetAbstractConnection::startTx(mstd::tConstArrayRef<char> const& view)
+{
+  mTxView = view;
+  miTxLeft = view.length();
+  cWatch const watch(*this);
+  sltSocketWritable();
+  if (!watch.isGone())
+  {
+    mpi::cWork& writeWork = mpSocket->writeWork();
+    if (miTxLeft != 0)
+    {
+      writeWork.start();
+    }
+    else
+    {
+      writeWork.stop();
+    }
+  }
+  return *this;
+}
+
+cNetAbstractConnection& cNetAbstractConnection::sendRef(mstd::tConstArrayRef<char> const& data)
+{
+  checkCanSend("$MTR$Network connection closed unexpectedly (1)!");
+  return startTx(data);
+}
+
+cNetAbstractConnection& cNetAbstractConnection::send(mstd::tArray<char> const& data)
+{
+  checkCanSend("$MTR$Network connection closed unexpectedly (2)!");
+  mTxCopy = data;
+  return startTx(mstd::tConstArrayRef<char>(mTxCopy));
+}
+
+cNetAbstractConnection& cNetAbstractConnection::sendSwap(mstd::tArray<char>& rData)
+{
+  checkCanSend("$MTR$Network connection closed unexpectedly (3)!");
+  mTxCopy.swap(rData);
+  return startTx(mstd::tConstArrayRef<char>(mTxCopy));
+}
+
+void cNetAbstractConnection::receive(mstd::tArray<char>& rBuffer)
+{
+  if (mInvalid)
+  {
+    cNETExceptions::throwInvalidConnection("$MTR$Network connection closed unexpectedly! (4)");
+  }
+  mpRxPacket = &rBuffer;
+  miRxLeft = rBuffer.length();
+  mpSocket->readWork().start();
+}
+
+void cNetAbstractConnection::receive(bool bOn)
+{
+  if (mInvalid)
+  {
+    return;
+  }
+  mContinuous = bOn;
+  if (bOn)
+  {
+    mpSocket->readWork().start();
+  }
+}
+
+void cNetAbstractConnection::waitRx(unsigned int iMSec)
+{
+  cDeadline const deadline(iMSec);
+  cWatch const watch(*this);
+  while (miRxLeft != 0)
+  {
+    sltSocketReadable();
+    if (watch.isGone())
+    {
+      return;
+    }
+    deadline.check();
+  }
+  mpRxPacket = nullptr;
+}
+
+void cNetAbstractConnection::flushTx(unsigned int iMSec)
+{
+  cDeadline const deadline(iMSec);
+  cWatch const watch(*this);
+  while (isTxBusy())
+  {
+    sltSocketWritable();
+    if (watch.isGone())
+    {
+      return;
+    }
+    deadline.check();
+  }
+}
+
+bool cNetAbstractConnection::canRead() const
+{
+  return !mInvalid && mpSocket->canRead();
+}
+
+bool cNetAbstractConnection::isTxBusy() const
+{
+  return !mTxView.empty();
+}
+
+void cNetAbstractConnection::clearTx()
+{
+  mTxView.clear();
+  miTxLeft = 0;
+  if (mpSocket.get() != nullptr)
+  {
+    mpSocket->writeWork().stop();
+  }
+}
+
+unsigned int cNetAbstractConnection::txBytesLeft() const
+{
+  return miTxLeft;
+}
+
+cNetAbstractAddress& cNetAbstractConnection::peer()
+{
+  return mpSocket->peer();
+}
+
+bool cNetAbstractConnection::isInvalid() const
+{
+  return mInvalid;
+}
+
+void cNetAbstractConnection::invalidate()
+{
+  cWatch const watch(*this);
+  if (!mInvalid && !mInvalidatedReported)
+  {
+    mInvalidatedReported = true;
+    try
+    {
+      sigInvalidated(*this);
+    }
+    catch (...)
+    {
+      if (!watch.isGone())
+      {
+        mpSocket->close();
+        mInvalid = true;
+      }
+      throw;
+    }
+    if (watch.isGone())
+    {
+      return;
+    }
+  }
+  mpSocket->close();
+  mInvalid = true;
+}
+
+void cNetAbstractConnection::invalidateLater()
+{
+  if (!toInvalidateLater())
+  {
+    mDelayedInvalidation.start();
+  }
+}
+
+void cNetAbstractConnection::tryTransfer()
+{
+  cWatch const watch(*this);
+  sltSocketReadable();
+  if (!watch.isGone())
+  {
+    sltSocketWritable();
+  }
+}
+
+cNetAbstractConnection::tErrorSignal& cNetAbstractConnection::errorHandler()
+{
+  if (mpSigError.get() == nullptr)
+  {
+    mpSigError.reinit(new tErrorSignal);
+  }
+  return *mpSigError;
+}
+
+cNetAbstractConnection::tFromSignal& cNetAbstractConnection::sigDataReceivedFrom()
+{
+  if (mpSigDataReceivedFrom.get() == nullptr)
+  {
+    mstd::tAutoPtr<tFromSignal> signal(new tFromSignal);
+    signal->setInvocationBehavior(mrmi::cAbstractSignal::IgnoreIfUnconnected);
+    mpFromAddress = mpSocket->peer().newAddress();
+    mpSigDataReceivedFrom = signal;
+  }
+  return *mpSigDataReceivedFrom;
+}
+
+bool cNetAbstractConnection::handleTxPacket(cNetAbstractSocket& socket, mstd::tConstArrayRef<char> const& view,
+                                            unsigned int& riLeft)
+{
+  if (riLeft == 0)
+  {
+    return false;
+  }
+  unsigned int const offset = view.length() - riLeft;
+  unsigned int const limit = socket.maxTxSize();
+  unsigned int const piece = riLeft < limit ? riLeft : limit;
+  unsigned int const written = socket.write(view.proxyProvideData(offset, piece), piece);
+  if (written > piece)
+  {
+    cNETExceptions::throwSocketBug(written, piece);
+  }
+  riLeft -= written;
+  return written != 0;
+}
+
+void cNetAbstractConnection::sltSocketWritable()
+{
+  cWatch const watch(*this);
+  bool endedInvalid = true;
+  for (unsigned int turn = 0; !mInvalid;)
+  {
+    if (isTxBusy())
+    {
+      if (!handleTxPacket(*mpSocket, mTxView, miTxLeft))
+      {
+        endedInvalid = false;
+        break;
+      }
+      sigTxProgress();
+      if (watch.isGone())
+      {
+        return;
+      }
+    }
+    if (miTxLeft == 0)
+    {
+      clearTx();
+      sigTxComplete();
+      if (watch.isGone())
+      {
+        return;
+      }
+      endedInvalid = false;
+      break;
+    }
+    if (++turn == WriteTurns)
+    {
+      endedInvalid = false;
+      break;
+    }
+  }
+  if (endedInvalid)
+  {
+    cNETExceptions::throwInvalidConnection("$MTR$Network connection closed unexpectedly! (w)");
+  }
+  checkClosedByPeer();
+}
+
+bool cNetAbstractConnection::deliver(mstd::tArray<char> const& data, cWatch const& watch)
+{
+  sigDataReceived(*this, data);
+  if (!watch.isGone() && mpSigDataReceivedFrom.get() != nullptr && mpFromAddress.get() != nullptr)
+  {
+    (*mpSigDataReceivedFrom)(*this, data, *mpFromAddress);
+  }
+  return !watch.isGone();
+}
+
+bool cNetAbstractConnection::readContinuously(cWatch const& watch)
+{
+  mstd::tArray<char> data;
+  return !mpSocket->read(data, mpFromAddress.get()) || deliver(data, watch);
+}
+
+bool cNetAbstractConnection::readPieces(cWatch const& watch)
+{
+  while (miRxLeft != 0)
+  {
+    if (!(mpRxPacket != 0))
+    {
+      cSTDExceptions::throwAssertionFailed("mpRxPacket != 0", Mark, __LINE__);
+    }
+    mstd::tArray<char>& buffer = *mpRxPacket;
+    if (buffer.length() < miRxLeft)
+    {
+      miRxLeft = buffer.length();
+      if (miRxLeft == 0)
+      {
+        return true;
+      }
+    }
+    unsigned int const got =
+        mpSocket->read(buffer.data(buffer.length() - miRxLeft, miRxLeft), miRxLeft, mpFromAddress.get());
+    if (got == 0)
+    {
+      return true;
+    }
+    if (got > miRxLeft)
+    {
+      cNETExceptions::throwSocketBug(got, miRxLeft);
+    }
+    miRxLeft -= got;
+    if (miRxLeft == 0)
+    {
+      mpRxPacket = nullptr;
+      return deliver(buffer, watch);
+    }
+  }
+  return true;
+}
+
+void cNetAbstractConnection::sltSocketReadable()
+{
+  cWatch const watch(*this);
+  for (unsigned int turn = 0; turn < ReadTurns; ++turn)
+  {
+    if (mInvalid)
+    {
+      return;
+    }
+    if (miRxLeft == 0)
+    {
+      if (!mContinuous)
+      {
+        mpSocket->readWork().stop();
+      }
+      else if (!readContinuously(watch))
+      {
+        return;
+      }
+      break;
+    }
+    if (!readPieces(watch))
+    {
+      return;
+    }
+    if (miRxLeft == 0)
+    {
+      break;
+    }
+  }
+  checkClosedByPeer();
+}
+
+bool cNetAbstractConnection::checkClosedByPeer()
+{
+  if (mInvalid || !mpSocket->closedByPeer())
+  {
+    return false;
+  }
+  mContinuous = false;
+  mpRxPacket = nullptr;
+  miRxLeft = 0;
+  mTxView.clear();
+  miTxLeft = 0;
+  if (!mClosedByPeerReported)
+  {
+    mClosedByPeerReported = true;
+    cWatch const watch(*this);
+    sigClosedByPeer(*this);
+    if (watch.isGone())
+    {
+      return true;
+    }
+  }
+  invalidateLater();
+  return true;
+}
+
+void cNetAbstractConnection::sltDelayedSocketDestroy()
+{
+  if (isTxBusy())
+  {
+    mDelayedInvalidation.start(LookAgain, mpi::cWork::SingleTask);
+  }
+  else
+  {
+    invalidate();
+  }
+}
+
+void cNetAbstractConnection::sltSocketException()
+{
+  mpi::cAbstractOut& out = mpi::system().out;
+  {
+    mp::cLocker::cLock lock(out.mutex());
+    out.debugMessage(Mark, __LINE__) << "cNetAbstractConnection::sltSocketException()"
+                                     << "\n"
+                                     << mpi::cAbstractOut::clearDebugMessage();
+  }
+  if (!mInvalid && !checkClosedByPeer())
+  {
+    mpSocket->raiseError();
+  }
+}
+
+void cNetAbstractConnection::sltException(mstd::cAbstractException const& e, bool)
+{
+  clearTx();
+  if (mpSigError.get() == nullptr)
+  {
+    cNETExceptions::throwConnectionError(e);
+  }
+  (*mpSigError)(*this, cNETExceptions::connectionError(e));
+}
+
+} // namespace mce

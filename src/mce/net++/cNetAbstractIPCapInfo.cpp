@@ -1,0 +1,8 @@
+#include "mce/net++/cNetAbstractIPCapInfo.h"
+
+namespace mce
+{
+
+cNetAbstractIPCapInfo::~cNetAbstractIPCapInfo() {}
+
+} // namespace mce
