@@ -8,7 +8,7 @@ namespace mce
 {
 
 cExtensionPair::cExtensionPair(mstd::tAutoPtr<cAbstractCoreExtension> pExtension)
-    : mpExtension(pExtension.get()), mpPlugIn(nullptr), mpHolder(pExtension)
+    : mpExtension(&*pExtension), mpPlugIn(nullptr), mpHolder(pExtension)
 {
 }
 

@@ -16,8 +16,10 @@ class cAbstractCoreExtension;
 class MORTISE_API cExtensionPair
 {
 public:
+  /// Takes the extension over. No extension is an assertion failure.
   explicit cExtensionPair(mstd::tAutoPtr<cAbstractCoreExtension> pExtension);
-  /// Takes the plug-in's extension; what that raises leaves the plug-in with the argument, which is destroyed.
+  /// Takes the plug-in over, with the class loader that it came from. No plug-in is an assertion failure; that and what
+  /// the plug-in raises when it is asked for its extension destroy the plug-in, and leave the class loader alone.
   explicit cExtensionPair(mstd::tAutoPtr<mcs::cAbstractPlugIn> pPlugIn);
   cExtensionPair(cExtensionPair const&) = delete; // it owns the extension
   cExtensionPair& operator=(cExtensionPair const&) = delete;
