@@ -3,6 +3,13 @@
 #include "io/cAbstractFileInfoImpl.h"
 #include "io/cAbstractFsImpl.h"
 #include "io/cFile.h"
+#include "mce/cAbstractEnDecExtension.h"
+#include "mce/cAbstractSAExtension.h"
+#include "mce/cNetAbstractAddressExtension.h"
+#include "mce/net++/cNetAbstractAddress.h"
+#include "mcs/cAbstractInterface.h"
+#include "mcs/cAbstractInterfaceProvider.h"
+#include "mcs/cAbstractModule.h"
 #include "mp/cAbstractRunnable.h"
 #include "pi/cAbstractAIOData.h"
 #include "pi/cAbstractMutexImpl.h"
@@ -351,4 +358,44 @@ TEST(VirtualOrder, WhatStandsBehindAFileSystem)
   EXPECT_EQ(placeOf(&mio::cAbstractFileInfoImpl::size), 5u);
   EXPECT_EQ(placeOf(&mio::cAbstractFileInfoImpl::type), 6u);
   EXPECT_EQ(placeOf(&mio::cAbstractFileInfoImpl::readPermissions), 7u);
+}
+
+TEST(VirtualOrder, Modules)
+{
+  typedef mcs::cAbstractInterfaceProvider p;
+  typedef mcs::cAbstractModule m;
+  EXPECT_EQ(placeOf(&mcs::cAbstractInterface::interfaceMatched), 2u);
+  EXPECT_EQ(placeOf(&mcs::cAbstractInterface::interfaceUnmatched), 3u);
+  EXPECT_EQ(placeWith<mstd::tAutoPtr<mcs::cAbstractInterface>>(&p::addInterface), 2u);
+  EXPECT_EQ(placeWith<mcs::cAbstractInterface&>(&p::addInterface), 3u);
+  EXPECT_EQ(placeOf(&p::removeInterface), 4u);
+  EXPECT_EQ(placeOf(&m::isPlugIn), 2u);
+  EXPECT_EQ(placeOf(&m::isComponent), 3u);
+  EXPECT_EQ(placeOf(&m::storeSettings), 4u);
+  EXPECT_EQ(placeOf(&m::loadSettings), 5u);
+  EXPECT_EQ(placeOf(&m::applySettings), 6u);
+}
+
+TEST(VirtualOrder, CoreExtensions)
+{
+  typedef mce::cAbstractCoreExtension e;
+  typedef mce::cAbstractSAExtension s;
+  EXPECT_EQ(placeOf(&e::extensionType), 2u);
+  EXPECT_EQ(placeOf(&e::description), 3u);
+  EXPECT_EQ(placeOf(&e::buildInfo), 4u);
+  EXPECT_EQ(placeOf(&e::supports), 5u);
+  EXPECT_EQ(placeOf(&e::provides), 6u);
+  EXPECT_EQ(placeOf(&mce::cAbstractEnDecExtension::createEnDec), 7u);
+  EXPECT_EQ(placeOf(&mce::cNetAbstractAddressExtension::createNetAddress), 7u);
+  EXPECT_EQ(placeOf(&s::createSerializer), 7u);
+  EXPECT_EQ(placeWith<mstd::tConstArrayRef<char> const&>(&s::createDeserializer), 8u);
+  EXPECT_EQ(placeWith<mucs::cString const&>(&s::createDeserializer), 9u);
+
+  typedef mce::cNetAbstractAddress a;
+  EXPECT_EQ(placeOf(&a::addrType), 2u);
+  EXPECT_EQ(placeOf(&a::fromString), 3u);
+  EXPECT_EQ(placeOf(&a::toString), 4u);
+  EXPECT_EQ(placeOf(&a::newAddress), 8u);
+  EXPECT_EQ(placeOf(static_cast<mce::cNetAbstractIPAddress* (a::*)()>(&a::isIPAddress)), 9u);
+  EXPECT_EQ(placeOf(static_cast<mce::cNetAbstractIPAddress const* (a::*)() const>(&a::isIPAddress)), 10u);
 }

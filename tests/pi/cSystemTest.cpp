@@ -1,5 +1,8 @@
 #include "pi/cSystem.h"
 
+#include "io/cFs.h"
+#include "mce/cCoreExtensionMgr.h"
+#include "mce/cGenericExtension.h"
 #include "pi/cAbstractKROApp.h"
 #include "pi/cAbstractOut.h"
 #include "pi/cDebugStdErr.h"
@@ -12,6 +15,8 @@
 #include "std/cNumberConversionFormat.h"
 #include "support/cAllocationFault.h"
 #include "ucs/cEnDecUTF8.h"
+#include "ucs/cLILocale.h"
+#include "ucs/cLIMessage.h"
 #include "ucs/cString.h"
 
 #include <gtest/gtest.h>
@@ -99,6 +104,36 @@ private:
   cSeen* mpSeen;
 };
 
+/// Core extension that uses the root when it goes.
+class cLateExtension : public mce::cGenericExtension
+{
+public:
+  explicit cLateExtension(cSeen* pSeen = nullptr)
+      : cGenericExtension(mstd::cAsciiString("late"), cAbstractCoreExtension::SA), mpSeen(pSeen)
+  {
+  }
+  ~cLateExtension() override
+  {
+    mpi::cSystem& system = mpi::system();
+    system.out.debugMessage("tests/cLateExtension", 6)
+        << "extension goes beside " << numEntries(system.wq) << " jobs " << mucs::cLIMessage("and a language") << "\n"
+        << mpi::cAbstractOut::clearDebugMessage();
+    if (mpSeen != nullptr)
+    {
+      mpSeen->pFirst = &system;
+      mpSeen->mHasPathFixupHash = system.caches.hasPathFixupHash() != nullptr;
+    }
+  }
+
+private:
+  cSeen* mpSeen;
+};
+
+void addExtension(cSeen* pSeen = nullptr)
+{
+  mpi::system().extensions.add(mstd::tAutoPtr<mce::cAbstractCoreExtension>(new cLateExtension(pSeen)));
+}
+
 /// Work that shuts the root down when it goes.
 class cEagerWork : public mpi::cWork
 {
@@ -138,7 +173,13 @@ TEST_F(cSystem, MembersAreBuiltInTheirOrder)
 {
   // They are members of one object, so their addresses tell.
   mpi::cSystem& system = mpi::system();
-  void const* const order[] = {&system.defaults.numberFormat, &system.defaults.enDec, &system.wq, &system.out,
+  void const* const order[] = {&system.defaults.numberFormat,
+                               &system.defaults.enDec,
+                               &system.fs,
+                               &system.extensions,
+                               &system.locale,
+                               &system.wq,
+                               &system.out,
                                &system.caches};
   for (unsigned int i = 1; i < sizeof(order) / sizeof(order[0]); ++i)
   {
@@ -282,6 +323,25 @@ TEST_F(cSystem, CleanupClearsTheCachesWhileTheWorkIsStillThere)
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "cLateWork:5: late work goes\r\n");
 }
 
+TEST_F(cSystem, CleanupClearsTheExtensionsBeforeAllElse)
+{
+  cSeen seen;
+  seen.mHasPathFixupHash = false;
+  testing::internal::CaptureStderr();
+  mpi::cSystem* const pRoot = &mpi::system();
+  add(new cLateWork);
+  addExtension(&seen);
+  addExtension();
+  mpi::system().caches.createPathFixupHash();
+  mpi::cSystem::cleanup();
+  EXPECT_EQ(seen.pFirst, pRoot) << "the root is whole";
+  EXPECT_TRUE(seen.mHasPathFixupHash) << "the caches go after them";
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "cLateExtension:6: extension goes beside 1 jobs and a language\r\n"
+                                                    "cLateExtension:6: extension goes beside 1 jobs and a language\r\n"
+                                                    "cLateWork:5: late work goes\r\n");
+  EXPECT_EQ(mpi::system().extensions.hasExtension(mstd::cAsciiString("LATE")), nullptr);
+}
+
 TEST_F(cSystem, CleanupCalledDuringTheTearDownDoesNothing)
 {
   add(new cEagerWork);
@@ -345,6 +405,18 @@ TEST_F(cSystemExit, WithoutCleanupTheExitHandlersTearTheRootDown)
         exit(3);
       },
       testing::ExitedWithCode(3), "^cLateWork:5: late work goes\r\n$");
+}
+
+TEST_F(cSystemExit, WithoutCleanupTheExtensionsGoFirstToo)
+{
+  EXPECT_EXIT(
+      {
+        add(new cLateWork);
+        addExtension();
+        exit(3);
+      },
+      testing::ExitedWithCode(3),
+      "^cLateExtension:6: extension goes beside 1 jobs and a language\r\ncLateWork:5: late work goes\r\n$");
 }
 
 TEST_F(cSystemExit, CleanupThenExitTearsDownOnce)
