@@ -270,11 +270,11 @@ TEST(cPlugInMgr, TakesItsPlugInsAlongFromFirstToLast)
 TEST(cPlugInMgr, UnloadsTheLibraryOfAModuleThatIsNoPlugIn)
 {
   cPlugInMgr manager;
-  cModuleLoadException const e =
+  cModuleLoadException const raised =
       caught<cModuleLoadException>([&] { manager.loadPlugIn(cTestModule("component").name()); });
-  EXPECT_EQ(e.kindOfProblem(), cModuleLoadException::NotAvailable);
-  EXPECT_EQ(toString(e.fileName()), cTestModule("component").path());
-  EXPECT_EQ(support::messageOf(e), "File " + cTestModule("component").path() + " is not a plugin!");
+  EXPECT_EQ(raised.kindOfProblem(), cModuleLoadException::NotAvailable);
+  EXPECT_EQ(toString(raised.fileName()), cTestModule("component").path());
+  EXPECT_EQ(support::messageOf(raised), "File " + cTestModule("component").path() + " is not a plugin!");
   EXPECT_FALSE(cTestModule("component").isMapped());
   EXPECT_THROW(manager.loadPlugIn(cTestModule("null").name()), cModuleLoadException);
   EXPECT_FALSE(cTestModule("null").isMapped());
