@@ -61,7 +61,10 @@ int cPlant::run()
   findFolders();
   try
   {
-    startModules();
+    for (unsigned int i = 0; i < mModules.length(); ++i)
+    {
+      start(*mModules.at(i));
+    }
   }
   catch (mstd::cAbstractException const& e)
   {
@@ -155,18 +158,12 @@ void cPlant::plan(mpi::cWork& work, char const* pName, void (cPlant::*pSlot)(), 
   work.start(iMSec, mpi::cWork::SingleTask);
 }
 
-void cPlant::startModules()
+void cPlant::start(cModule& module)
 {
-  for (unsigned int i = 0; i < mModules.length(); ++i)
-  {
-    if (!mModules.at(i)->isThere())
-    {
-      msa::cReferenceFrame frame;
-      mSettings.toFrame(frame);
-      mModules.at(i)->start(mPaths, frame);
-      ++miStarted;
-    }
-  }
+  msa::cReferenceFrame frame;
+  mSettings.toFrame(frame);
+  module.start(mPaths, frame);
+  ++miStarted;
 }
 
 bool cPlant::isAnyThere() const
@@ -257,8 +254,21 @@ void cPlant::sltRemove()
 
 void cPlant::sltRestart()
 {
-  // Also those that went because they required one that was removed.
-  startModules();
+  // Also those that went because they required one that was removed. One that fails does not hold up the others.
+  for (unsigned int i = 0; i < mModules.length(); ++i)
+  {
+    try
+    {
+      if (!mModules.at(i)->isThere())
+      {
+        start(*mModules.at(i));
+      }
+    }
+    catch (mstd::cAbstractException const& e)
+    {
+      complain(e);
+    }
+  }
 }
 
 void cPlant::sltRemoved(mcs::cAbstractComponent&)

@@ -35,7 +35,7 @@ private:
   void watchSignals();
   void findFolders();
   void plan(mpi::cWork& work, char const* pName, void (cPlant::*pSlot)(), unsigned int iMSec);
-  void startModules();
+  void start(cModule& module);
   void turn();
   void finish();
   void removeLast();

@@ -76,6 +76,11 @@ double cMeter::value(mstd::cAsciiString const& name) const
 
 void cMeter::setInterval(unsigned int iMSec)
 {
+  if (iMSec == 0)
+  {
+    throw mstd::cRuntimeException(
+        mstd::exceptionMessage("$MTR$There is at least a millisecond between two measurements!"), nullptr, 0);
+  }
   mWork.start(iMSec, mpi::cWork::Periodic);
 }
 
