@@ -7,10 +7,16 @@
 class cOffer : public mcs::cAbstractInterface
 {
 public:
-  cOffer(char const* pName, char const* pDescription)
-      : cAbstractInterface(mcs::cInterfaceDesc(mcs::cInterfaceDesc::Providing, pName, "mortise", 1, pDescription))
+  /// The module `pModule`, whose interface has the name with "plant." in front of it.
+  cOffer(char const* pModule, char const* pDescription)
+      : cAbstractInterface(mcs::cInterfaceDesc(mcs::cInterfaceDesc::Providing,
+                                               mstd::cAsciiString("plant.") + mstd::cAsciiString(pModule), "mortise", 1,
+                                               pDescription)),
+        mModule(pModule)
   {
   }
+
+  mstd::cAsciiString const& module() const { return mModule; }
 
   /// The program is about to remove its modules.
   virtual void shortlyRemove() {}
@@ -18,6 +24,9 @@ public:
   // A providing side is not told who uses it.
   void interfaceMatched() override {}
   void interfaceUnmatched() override {}
+
+private:
+  mstd::cAsciiString mModule;
 };
 
 #endif

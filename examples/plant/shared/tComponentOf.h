@@ -15,7 +15,7 @@ public:
   tComponentOf(mcs::cModuleMgr& manager, msa::cReferenceFrame& frame)
       : cAbstractComponent(manager, frame), mOffer(*this, cSettings(frame))
   {
-    moduleInfo().setName(mOffer.desc().name());
+    moduleInfo().setName(mOffer.module());
     moduleInfo().setAuthor(mOffer.desc().author());
     moduleInfo().setDescription(mOffer.desc().description());
     addInterface(mOffer);

@@ -7,7 +7,7 @@
 #include "tComponentOf.h"
 
 cAlarm::cAlarm(mcs::cAbstractComponent& owner, cSettings const&)
-    : cOffer("plant.alarm", "compares the mean of the last values with limits"), mOwner(owner),
+    : cOffer("alarm", "compares the mean of the last values with limits"), mOwner(owner),
       mHistory(owner, "plant.history"), miForgotten(0)
 {
   mrmi::publishSlot(*this, "setLimit", &cAlarm::setLimit, "name, limit", "sets the limit of a figure");

@@ -7,7 +7,7 @@
 #include "tComponentOf.h"
 
 cHistory::cHistory(mcs::cAbstractComponent& owner, cSettings const&)
-    : cOffer("plant.history", "keeps the values of the meter"), mMeter(owner, "plant.meter")
+    : cOffer("history", "keeps the values of the meter"), mMeter(owner, "plant.meter")
 {
   mrmi::publishSlot(*this, "take", &cHistory::take, "", "adds the values of the meter");
   mrmi::publishSlot(*this, "samples", &cHistory::samples, "name", "how many values of a figure are kept");

@@ -20,7 +20,7 @@ cFigure const figureTable[] = {{"cpu", "%"}, {"memory", "%"}, {"received", "B/s"
 } // namespace
 
 cMeter::cMeter(mcs::cAbstractComponent&, cSettings const& settings)
-    : cOffer("plant.meter", "measures figures of this machine"), mReader(settings.procFolder()),
+    : cOffer("meter", "measures figures of this machine"), mReader(settings.procFolder()),
       mDiskPath(settings.diskPath()), mLastCpu{0, 0}, mLastNet{0, 0}, mLastNetTime(0)
 {
   static_assert(sizeof figureTable / sizeof *figureTable == Figures, "each figure has its row");

@@ -16,8 +16,8 @@
 #include <stdio.h>
 
 cPrinter::cPrinter(mcs::cAbstractComponent& owner, cSettings const&)
-    : cOffer("plant.printer", "prints figures and alarms"), mMeter(owner, "plant.meter"),
-      mHistory(owner, "plant.history"), mAlarm(owner, "plant.alarm"), miEvents(0), miLines(0)
+    : cOffer("printer", "prints figures and alarms"), mMeter(owner, "plant.meter"), mHistory(owner, "plant.history"),
+      mAlarm(owner, "plant.alarm"), miEvents(0), miLines(0)
 {
   mrmi::publishSlot(*this, "print", static_cast<void (cPrinter::*)()>(&cPrinter::print), "", "prints the last values");
   mrmi::publishSlot(*this, "tellAlarms", &cPrinter::tellAlarms, "", "prints what has happened");
