@@ -12,9 +12,11 @@ function(mortise_add_module name)
   if(NOT arg_UNPARSED_ARGUMENTS)
     message(FATAL_ERROR "mortise_add_module(${name}): no sources")
   endif()
-  # Everything behind the first point would be lost when the name of the file is made from that of the module.
-  if(NOT name MATCHES "^[A-Za-z0-9_+-]+$")
-    message(FATAL_ERROR "mortise_add_module(${name}): the name of a module is made of letters, digits, '_', '+' and '-'")
+  # When the name of the file is made from that of the module, everything behind the first point is lost, and a "lib" that is
+  # there is not put there again.
+  if(NOT name MATCHES "^[A-Za-z0-9_+-]+$" OR name MATCHES "^lib")
+    message(FATAL_ERROR "mortise_add_module(${name}): the name of a module is made of letters, digits, '_', '+' and '-', and "
+      "does not begin with 'lib'")
   endif()
   find_program(MORTISE_READELF NAMES ${CMAKE_READELF} readelf llvm-readelf REQUIRED)
   mark_as_advanced(MORTISE_READELF)
@@ -27,8 +29,7 @@ function(mortise_add_module name)
   target_compile_options(${name} PRIVATE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
   # What is missing is better found now than by whoever loads the library. The symbols of clang's sanitizers come from the
   # program.
-  get_target_property(options ${name} LINK_OPTIONS)
-  if(NOT (CMAKE_CXX_COMPILER_ID MATCHES Clang AND "${CMAKE_CXX_FLAGS} ${MORTISE_SANITIZE} ${options}" MATCHES "sanitize|address"))
+  if(NOT (CMAKE_CXX_COMPILER_ID MATCHES Clang AND (MORTISE_SANITIZE OR CMAKE_CXX_FLAGS MATCHES "-fsanitize")))
     target_link_options(${name} PRIVATE LINKER:--no-undefined)
   endif()
   add_custom_command(TARGET ${name} POST_BUILD VERBATIM

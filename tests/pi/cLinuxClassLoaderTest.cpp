@@ -622,6 +622,7 @@ namespace
 class cOneWay : public support::cByteEnDec
 {
 public:
+  using support::cByteEnDec::decode;
   void decode(mstd::tConstArrayRef<char> const&, mucs::cString&) const override
   {
     throw mstd::cRuntimeException(mstd::exceptionMessage("$MTR$No text!"), nullptr, 0);
