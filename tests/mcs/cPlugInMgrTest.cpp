@@ -5,7 +5,9 @@
 #include "mcs/cPlugInGuard.h"
 #include "pi/cAbstractClassLoader.h"
 #include "sa/cReferenceFrame.h"
+#include "sa/containerStream.h"
 #include "std/cRuntimeException.h"
+#include "std/tVector.h"
 #include "support/cAllocationFault.h"
 #include "support/cTestModule.h"
 #include "support/exceptionText.h"
@@ -324,6 +326,26 @@ TEST(cPlugInMgr, LetsANumberOutOfALibraryThatIsGone)
   frame.addRef(what, false, true);
   EXPECT_EQ(caught<int>([&] { manager.loadPlugIn(cTestModule("throwing").name(), frame); }), 42);
   EXPECT_FALSE(cTestModule("throwing").isMapped());
+}
+
+// Values that the module has assigned are those of the program.
+TEST(cPlugInMgr, LeavesValuesOfTheFrameworkBehindThatAModuleHasSet)
+{
+  mstd::cAsciiString ascii;
+  mucs::cString text;
+  mucs::cLIMessage message;
+  mstd::tVector<mstd::cAsciiString> texts;
+  msa::cReferenceFrame frame;
+  frame.addRef(ascii, true, true).addRef(text, true, true).addRef(message, true, true).addRef(texts, true, true);
+  cPlugInMgr().loadPlugIn(cTestModule("leaving").name(), frame);
+  ASSERT_FALSE(cTestModule("leaving").isMapped());
+  EXPECT_EQ(toString(ascii), "left by a module");
+  EXPECT_EQ(toString(text), "left by a module, too");
+  EXPECT_EQ(toString(message), "17 left by a module");
+  ASSERT_EQ(texts.length(), 100u);
+  texts.append(ascii);
+  EXPECT_EQ(toString(texts[99]), "one of many");
+  texts.clear();
 }
 
 // The trap: the exception is found by its base class, and then the library goes with the code and the type of the
