@@ -52,8 +52,9 @@ TEST(cUnsupportedExtensionException, IsCopiedClonedAssignedAndExchanged)
   cUnsupportedExtensionException const copy(e);
   EXPECT_EQ(contentOf(copy), Content);
   std::unique_ptr<mstd::cAbstractException> const clone(e.createObject());
-  ASSERT_EQ(typeid(*clone), typeid(e));
-  EXPECT_EQ(contentOf(static_cast<cUnsupportedExtensionException const&>(*clone)), Content);
+  mstd::cAbstractException const& cloned = *clone;
+  ASSERT_EQ(typeid(cloned), typeid(e));
+  EXPECT_EQ(contentOf(static_cast<cUnsupportedExtensionException const&>(cloned)), Content);
 
   cUnsupportedExtensionException other(mstd::cAsciiString("a"), mstd::cAsciiString("b"), false);
   std::string const otherContent = contentOf(other);

@@ -237,7 +237,8 @@ void expectShape(E const& example, E const& other)
   E const copy(example);
   EXPECT_EQ(contentOf(copy), content);
   std::unique_ptr<mstd::cAbstractException> const clone(example.createObject());
-  EXPECT_EQ(typeid(*clone), typeid(E));
+  mstd::cAbstractException const& cloned = *clone;
+  EXPECT_EQ(typeid(cloned), typeid(E));
   EXPECT_EQ(contentOf(*clone), content);
 
   E target(other);
