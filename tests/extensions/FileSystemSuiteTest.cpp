@@ -412,6 +412,21 @@ TEST_P(FileSystemSuite, AFileGoesOnCloseIfToldSoAndStaysIfReleased)
   EXPECT_EQ(list(""), tTexts{"stays"});
 }
 
+TEST_P(FileSystemSuite, WhatGoesOnCloseGoesOnEachCloseUntilItIsReleased)
+{
+  mio::cFile file = fs.fileOpenWrite(at("file"), mio::CreateAlways, mio::WriteTruncate);
+  file.setRemoveOnClose();
+  file.close();
+  EXPECT_EQ(list(""), tTexts());
+  file.open(at("file"), mio::OpenReadWrite, mio::CreateAlways, mio::WriteTruncate, true);
+  file.close();
+  EXPECT_EQ(list(""), tTexts());
+  file.open(at("file"), mio::OpenReadWrite, mio::CreateAlways, mio::WriteTruncate, true);
+  file.release();
+  file.close();
+  EXPECT_EQ(list(""), tTexts{"file"});
+}
+
 TEST_P(FileSystemSuite, ARemovedFileCannotBeRemovedThroughItsHandleAgain)
 {
   put("file", "");

@@ -116,6 +116,11 @@ TEST_F(cMemFsTest, OnTheRootItTakesEverythingAndMayBeNative)
   EXPECT_EQ(toString(all.cwd().path()), "/");
 }
 
+TEST_F(cMemFsTest, ItsWorkingDirectoryIsTheMountPointWhateverThatEndsIn)
+{
+  EXPECT_EQ(toString(cMemFs(mFs, "/m./").cwd().path()), "/m./");
+}
+
 TEST_F(cMemFsTest, OnTheRootARelativePathBeginsThere)
 {
   mio::cFs fs;

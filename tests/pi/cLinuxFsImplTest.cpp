@@ -87,6 +87,13 @@ TEST_F(cLinuxFsImpl, AWorkingDirectoryThatDoesNotDecodeComesAsItsBytes)
   EXPECT_EQ(cwd[cwd.length() - 2], 0xE9u);
 }
 
+TEST_F(cLinuxFsImpl, TheWorkingDirectoryKeepsItsNameWhateverThatEndsIn)
+{
+  std::filesystem::create_directory(path("d."));
+  cWorkingDirectory const inside(path("d."));
+  EXPECT_EQ(toString(fs.cwd().path()), std::filesystem::canonical(dir.path()).string() + "/d./");
+}
+
 TEST_F(cLinuxFsImpl, AWorkingDirectoryThatIsGoneIsReported)
 {
   std::filesystem::create_directory(path("d"));

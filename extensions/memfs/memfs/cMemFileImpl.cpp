@@ -161,7 +161,6 @@ void cMemFileImpl::close()
   mpOpen.reset();
   if (mRemoveOnClose)
   {
-    mRemoveOnClose = false;
     remove();
   }
 }

@@ -72,7 +72,7 @@ void cMemFs::remove(mucs::cString const& path)
 
 mio::cPath cMemFs::cwd() const
 {
-  return mio::cPath(mpTree->mountPoint());
+  return mio::cPath(mpTree->mountPoint(), false);
 }
 
 void cMemFs::mkdir(mucs::cString const& path)

@@ -59,7 +59,7 @@ mio::cPath cLinuxFsImpl::cwd() const
   }
   mucs::cString path;
   appendDecoded(bytes, static_cast<unsigned int>(strlen(bytes)), fs().endec(), path);
-  return mio::cPath(path);
+  return mio::cPath(path, false); // normalising would take the dot off a name that ends in one
 }
 
 void cLinuxFsImpl::mkdir(mucs::cString const& path)
