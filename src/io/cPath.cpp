@@ -154,7 +154,7 @@ mucs::cString cPath::getPart(unsigned int index) const
     }
     iStart = i + 1;
   }
-  if (iStart != text.length() && index == 0)
+  if (index == 0)
   {
     result.append(pText + iStart, text.length() - iStart);
   }
@@ -191,7 +191,7 @@ mucs::cString cPath::relativeTo(mucs::cString const& sFile) const
 {
   mucs::cString directory;
   storePathComponent(sFile, directory);
-  if (!directory.empty() && !mio::isRelative(directory))
+  if (!mio::isRelative(directory))
   {
     return sFile;
   }

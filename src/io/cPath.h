@@ -18,8 +18,7 @@ class cFs;
 ///
 /// Errors:  every text is a path. No memory raises std::bad_alloc and leaves the path as it was.
 /// Threads: a plain value. Normalising uses the process's table of fixed-up paths, if the application made one, and
-/// then
-///          belongs to the thread of the main loop.
+///          then belongs to the thread of the main loop.
 class MORTISE_API cPath
 {
 public:
