@@ -1,6 +1,7 @@
 #include "io/cAbstractIOBlockDevice.h"
 
 #include "std/cBugException.h"
+#include "std/cOutOfRangeException.h"
 #include "std/cRuntimeException.h"
 #include "std/tArrayRef.h"
 #include "std/tConstArrayRef.h"
@@ -134,6 +135,9 @@ TEST(cAbstractIOBlockDevice, ACopyOfNothingOnlySeeks)
   device.proxyCopyPartTo(nullptr, 4, 0);
   EXPECT_EQ(device.calls(), (tStrings{"seek 4/0"}));
   EXPECT_EQ(device.pos(), 4u);
+  device.proxyAt(0) = 'x';
+  device.proxyCopyPartTo(nullptr, 4, 0);
+  EXPECT_EQ(device.count("write"), 0u);
 }
 
 TEST(cAbstractIOBlockDevice, APatchOfNothingOnlySeeks)
@@ -289,6 +293,15 @@ TEST(cAbstractIOBlockDevice, DefaultObjectsReplaceWhatStandsThere)
   EXPECT_EQ(device.calls(), (tStrings{"seek 2/0"}));
 }
 
+TEST(cAbstractIOBlockDevice, TheWindowShowsDefaultObjects)
+{
+  cMemoryDevice device("0123456789");
+  EXPECT_EQ(device.proxyAt(3), '3');
+  device.proxyInsertDefaultObjects(2, 3);
+  EXPECT_EQ(device.proxyAt(3), 0);
+  EXPECT_EQ(device.proxyAt(5), '5');
+}
+
 TEST(cAbstractIOBlockDevice, AnEraseOfTheEndTruncates)
 {
   cMemoryDevice device("0123456789");
@@ -336,6 +349,8 @@ TEST(cAbstractIOBlockDevice, AnEraseKeepsTheChangesInFrontOfIt)
   device.proxyErase(5, 5);
   device.flush();
   EXPECT_EQ(device.contents(), "01x34");
+  EXPECT_EQ(device.proxyAt(2), 'x');
+  EXPECT_THROW(device.proxyAt(8), mstd::cOutOfRangeException);
 }
 
 TEST(cAbstractIOBlockDevice, ViewsSearchAndChangeIt)

@@ -1,9 +1,11 @@
 #include "io/cFileInfo.h"
 
 #include "io/cDirInfo.h"
+#include "pi/cSystem.h"
 #include "std/cOSErrorException.h"
 #include "support/cTempDir.h"
 #include "support/exceptionText.h"
+#include "ucs/cEnDecUTF8.h"
 
 #include <gtest/gtest.h>
 
@@ -120,6 +122,8 @@ TEST_F(cFileInfoTest, AHiddenFileBeginsWithADot)
   EXPECT_TRUE(info(".hidden").isHidden());
   EXPECT_FALSE(info("file").isHidden());
   EXPECT_FALSE(info("toHidden").isHidden());
+  std::filesystem::create_symlink("nowhere", of(".dead"));
+  EXPECT_THROW(info(".dead").isHidden(), mstd::cOSErrorException); // its link is followed
 }
 
 TEST_F(cFileInfoTest, ALinkTellsWhereItLeads)
@@ -147,4 +151,22 @@ TEST_F(cFileInfoTest, CopiesAnswerForTheSamePath)
   first.swap(second);
   EXPECT_TRUE(first.isDir());
   EXPECT_TRUE(second.isFile());
+}
+
+TEST_F(cFileInfoTest, ItStaysWithItsFileSystem)
+{
+  mucs::cEnDecUTF8 const enDec;
+  mio::cFs const fs(enDec);
+  cFileInfo own(fs, "/");
+  cFileInfo const ofEntry{mio::cDirInfo(fs, "/")};
+  EXPECT_EQ(&own.fs().endec(), &enDec);
+  EXPECT_EQ(&ofEntry.fs().endec(), &enDec);
+  EXPECT_EQ(&cFileInfo(own).fs().endec(), &enDec);
+  cFileInfo other("/");
+  EXPECT_EQ(&other.fs().endec(), &mpi::system().defaults.enDec);
+  other.swap(own);
+  EXPECT_EQ(&other.fs().endec(), &enDec);
+  EXPECT_EQ(&own.fs().endec(), &mpi::system().defaults.enDec);
+  own = ofEntry;
+  EXPECT_EQ(&own.fs().endec(), &enDec);
 }

@@ -558,6 +558,41 @@ TEST_F(cFileLinesTest, ACopyGoesOnBehindTheLine)
   EXPECT_EQ(lineOf(file), "five");
 }
 
+TEST_F(cFileLinesTest, SwappedFilesTakeWhatTheyKnowOfTheirLinesAlong)
+{
+  put("one\ntwo\nthree\n");
+  std::ofstream(mDir.path() + "/other") << "eins\nzwei\ndrei\n";
+  cFile file = reader();
+  cFile copy(file); // shares the position
+  cFile other(mDir.name("other"), mio::OpenReadOnly, mio::CreateNever, mio::WriteAppend);
+  EXPECT_EQ(lineOf(other), "eins");
+  file.swap(other);
+  EXPECT_EQ(lineOf(other), "one");
+  EXPECT_EQ(lineOf(copy), "two");
+  EXPECT_EQ(lineOf(other), "three");
+  EXPECT_EQ(file.pos(), 5u);
+  EXPECT_EQ(lineOf(file), "zwei");
+  EXPECT_EQ(lineOf(file), "drei");
+}
+
+TEST_F(cFileLinesTest, AFifoThatWasSwappedGivesNothingBackEither)
+{
+  ASSERT_EQ(mkfifo(path().c_str(), 0600), 0);
+  int const keeper = ::open(path().c_str(), O_RDWR | O_CLOEXEC);
+  ASSERT_GE(keeper, 0);
+  ASSERT_EQ(::write(keeper, "one\ntwo\nthree\n", 14), 14);
+  std::ofstream(mDir.path() + "/other") << "eins\nzwei\n";
+  cFile fifo = reader();
+  cFile file(mDir.name("other"), mio::OpenReadOnly, mio::CreateNever, mio::WriteAppend);
+  EXPECT_EQ(lineOf(fifo), "one");
+  EXPECT_EQ(lineOf(file), "eins");
+  fifo.swap(file);
+  EXPECT_EQ(lineOf(file), "two");
+  EXPECT_EQ(readText(file, 6), "three\n");
+  EXPECT_EQ(lineOf(fifo), "zwei");
+  ::close(keeper);
+}
+
 TEST_F(cFileLinesTest, AnotherFileSeesTheDescriptorBehindTheLine)
 {
   // Whoever gets the descriptor itself, for instance by a fork, is not asked before: so a copy is made to look with.

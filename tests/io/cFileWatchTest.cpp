@@ -79,6 +79,33 @@ TEST_F(cFileWatchTest, EachTimeThatAPollSeesFiresOnce)
   EXPECT_EQ(mListener.mTimes, 3);
 }
 
+TEST_F(cFileWatchTest, AListenerThatPollsIsNotToldAgain)
+{
+  struct cPolling : mrmi::cConnectable
+  {
+    void sltChanged()
+    {
+      ++mTimes;
+      mStamp = mpWatch->lastStamp();
+      if (mTimes == 1)
+      {
+        mpWatch->poll();
+      }
+    }
+    mio::cFileWatch* mpWatch = nullptr;
+    mstd::cTime mStamp;
+    int mTimes = 0;
+  };
+  mio::cFileWatch watch(mDir.name("file"));
+  cPolling polling;
+  polling.mpWatch = &watch;
+  watch.sigChanged.connect(mrmi::cDirectLocalSlotCall0<cPolling, piVoid>(polling, &cPolling::sltChanged));
+  setTime(1000000001);
+  watch.poll();
+  EXPECT_EQ(polling.mTimes, 1);
+  EXPECT_EQ(polling.mStamp.toSec(), 1000000001u);
+}
+
 TEST_F(cFileWatchTest, NobodyNeedsToListen)
 {
   mio::cFileWatch watch(mDir.name("file"));

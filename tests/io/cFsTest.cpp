@@ -9,6 +9,7 @@
 #include "pi/cSystem.h"
 #include "std/cBugException.h"
 #include "std/cDateTime.h"
+#include "support/cForwardFs.h"
 #include "support/cTempDir.h"
 #include "support/cTraceFs.h"
 #include "support/messageOf.h"
@@ -224,6 +225,16 @@ TEST(cFs, AProxyStandsInFrontOfWhatWasThere)
   EXPECT_EQ(record, (tRecord{"mine mkdir /m/a", "native mkdir /a"}));
   pNative->mIsUsed = true;
   EXPECT_ANY_THROW(fs.unbind(mucs::cString()));
+}
+
+TEST(cFs, APathIsMadeOneDirectoryAtATimeWithoutSlashes)
+{
+  support::cTempDir dir;
+  cFs fs;
+  support::cForwardFs* const pImpl = new support::cForwardFs(fs);
+  fs.setImpl(tImpl(pImpl));
+  fs.createPath(mio::cPath(dir.name("a/b/")));
+  EXPECT_EQ(pImpl->made(), (tRecord{dir.path() + "/a", dir.path() + "/a/b"}));
 }
 
 TEST(cFs, TheBaseOfAnImplementationIsInUseTakesAllAndMountsNothing)

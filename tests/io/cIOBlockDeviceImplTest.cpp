@@ -251,6 +251,15 @@ TEST(cIOBlockDeviceImpl, AJumpFarToTheFrontBeginsThere)
   EXPECT_EQ(window.windowStart(), 2 * Window - 1);
 }
 
+TEST(cIOBlockDeviceImpl, AJumpOfAWindowToTheFrontIsAStepStill)
+{
+  cMemoryDevice device(pattern(4 * Window));
+  cWindow window(device);
+  window.at(3 * Window);
+  window.at(2 * Window);
+  EXPECT_EQ(window.windowStart(), Window + 1);
+}
+
 TEST(cIOBlockDeviceImpl, AStepToTheFrontEndsBehindIt)
 {
   cMemoryDevice device(pattern(4 * Window));
@@ -293,6 +302,45 @@ TEST(cIOBlockDeviceImpl, ADeviceThatHasBecomeShorterFails)
             "Unable to read 4 bytes!");
   EXPECT_TRUE(window.isInvalid());
   EXPECT_FALSE(window.isInTransfer());
+}
+
+TEST(cIOBlockDeviceImpl, AWindowThatCouldNotMoveHoldsNothing)
+{
+  std::string const bytes = pattern(3 * Window);
+  cMemoryDevice device(bytes);
+  cWindow window(device);
+  EXPECT_EQ(window.at(5), bytes[5]);
+  device.setStuck(true);
+  EXPECT_THROW(window.at(2 * Window), mstd::cRuntimeException);
+  EXPECT_TRUE(window.isInvalid());
+  device.setStuck(false);
+  EXPECT_EQ(window.at(5), bytes[5]);
+}
+
+TEST(cIOBlockDeviceImpl, TheDeviceIsToldWhichCallsAreTheWindows)
+{
+  class cAsking : public cMemoryDevice
+  {
+  public:
+    using cMemoryDevice::cMemoryDevice;
+    unsigned long long read(void* target, unsigned long long size) override
+    {
+      mAnswers += window().isInTransfer() ? 'R' : 'r';
+      return cMemoryDevice::read(target, size);
+    }
+    unsigned long long write(void const* source, unsigned long long size) override
+    {
+      mAnswers += window().isInTransfer() ? 'W' : 'w';
+      return cMemoryDevice::write(source, size);
+    }
+    std::string mAnswers;
+  } device("0123456789");
+  char byte = 0;
+  device.read(&byte, 1);
+  device.proxyAt(3) = 'x';
+  device.flush();
+  device.write(&byte, 1);
+  EXPECT_EQ(device.mAnswers, "rRWw");
 }
 
 TEST(cIOBlockDeviceImpl, ADeviceThatTakesLittleIsGivenAgain)

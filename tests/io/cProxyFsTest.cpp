@@ -305,6 +305,27 @@ TEST_F(cProxyFsTest, TheNativeOneStaysIfADelegateTakesTheEmptyPath)
   mProxy.nativeFs();
 }
 
+TEST_F(cProxyFsTest, APathThatADelegateEmptiedMeansTheNativeOne)
+{
+  class cEmptying : public cTraceFs
+  {
+  public:
+    using cTraceFs::cTraceFs;
+    bool matches(mucs::cString& path, Operation operation) override
+    {
+      if (operation == OpUnbind)
+      {
+        path.clear();
+      }
+      return false;
+    }
+  };
+  mProxy.bind(tImpl(new cEmptying(mFs, "emptying", "", mRecord)));
+  bindNative("native");
+  mProxy.unbind("/m/");
+  EXPECT_EQ(record(), tRecord{"native gone"});
+}
+
 TEST_F(cProxyFsTest, UnbindingAPathThatNobodyTakesDoesNothing)
 {
   bind("mine", "/m/");

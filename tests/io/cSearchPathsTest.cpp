@@ -2,6 +2,7 @@
 
 #include "io/cFs.h"
 #include "support/cAllocationFault.h"
+#include "support/cForwardFs.h"
 #include "support/cTempDir.h"
 #include "support/expectFailure.h"
 #include "support/pathText.h"
@@ -117,6 +118,9 @@ TEST(cSearchPaths, RemovingClosesTheGap)
   EXPECT_EQ(listed(paths), "/a /c");
   paths.removePath(paths[0]);
   EXPECT_EQ(listed(paths), "/c");
+  paths.addPath("/d");
+  paths.removePath(paths[1]); // the text goes while the others are still looked at
+  EXPECT_EQ(listed(paths), "/c");
 }
 
 TEST(cSearchPaths, ClearRemovesEverything)
@@ -198,6 +202,22 @@ TEST_F(SearchPaths, AnotherFileSystemIsLookedAtIfGiven)
   EXPECT_FALSE(paths.tryFindFile("file", cSearchPaths::TypeFile).empty());
   mPaths = paths;
   EXPECT_EQ(found("second", cSearchPaths::TypeFile), "");
+}
+
+TEST_F(SearchPaths, SwappedListsSwapTheirFileSystems)
+{
+  mio::cFs fs;
+  support::cForwardFs* const pImpl = new support::cForwardFs(fs);
+  fs.setImpl(mstd::tAutoPtr<mio::cAbstractFsImpl>(pImpl));
+  cSearchPaths other(fs);
+  other.swap(mPaths);
+  other.exists("/", cSearchPaths::TypeAny);
+  EXPECT_EQ(pImpl->numExists(), 0u);
+  mPaths.exists("/", cSearchPaths::TypeAny);
+  EXPECT_EQ(pImpl->numExists(), 1u);
+  cSearchPaths const copy(mPaths);
+  copy.exists("/", cSearchPaths::TypeAny);
+  EXPECT_EQ(pImpl->numExists(), 2u);
 }
 
 TEST_F(SearchPaths, TheResultMayBeTheName)
