@@ -134,6 +134,20 @@ TEST(cComponentAddr, RefusesATextWithoutColonAndTellsWhy)
   EXPECT_EQ(refusal("7"), "Malformed component address (\"7\")! <- Expecting \":\"!");
 }
 
+TEST(cComponentAddr, StaysIfTheTextIsRefused)
+{
+  cComponentAddr address(3, 4);
+  cComponentAddr invalid;
+  for (char const* text : {"", "7", "1:", "1:x", "x:1"})
+  {
+    EXPECT_THROW(address.fromString(mstd::cAsciiString(text)), mstd::cRuntimeException) << text;
+    EXPECT_TRUE(address == cComponentAddr(3, 4));
+    EXPECT_THROW(invalid.fromString(mstd::cAsciiString(text)), mstd::cRuntimeException) << text;
+    EXPECT_TRUE(invalid == cComponentAddr());
+    EXPECT_THROW(cComponentAddr{mstd::cAsciiString(text)}, mstd::cRuntimeException) << text;
+  }
+}
+
 TEST(cComponentAddr, RefusesWhatIsNoNumber)
 {
   EXPECT_EQ(refusal("1:x"), "Malformed component address (\"1:x\")! <- Invalid decimal number (\"x\"). Character at "

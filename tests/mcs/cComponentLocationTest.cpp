@@ -132,8 +132,8 @@ TEST(cComponentLocation, ReadsWordsBetweenAnyBlanks)
 TEST(cComponentLocation, StaysIfTheTextIsMalformed)
 {
   cComponentLocation place = location(1, 5, "bench", "left", 812);
-  mstd::cRuntimeException const e = support::caught<mstd::cRuntimeException>(
-      [&] { place.fromString(mstd::cAsciiString("7-812@bench")); });
+  mstd::cRuntimeException const e =
+      support::caught<mstd::cRuntimeException>([&] { place.fromString(mstd::cAsciiString("7-812@bench")); });
   EXPECT_EQ(support::messageOf(e), "Malformed component address (\"7\")!");
   for (char const* text : {"", "-812@bench", "1:5-x@bench", "1:x-812@bench"})
   {
@@ -141,6 +141,16 @@ TEST(cComponentLocation, StaysIfTheTextIsMalformed)
     EXPECT_THROW(place.fromString(mstd::cAsciiString(text)), mstd::cAbstractException);
     EXPECT_TRUE(place == location(1, 5, "bench", "left", 812));
   }
+}
+
+TEST(cComponentLocation, ReadsTheProcessNumberBeforeTheAddress)
+{
+  cComponentLocation place;
+  mstd::cRuntimeException const e =
+      support::caught<mstd::cRuntimeException>([&] { place.fromString(mstd::cAsciiString("1:x-y@bench")); });
+  EXPECT_EQ(support::messageOf(e), "Invalid decimal number (\"y\"). Character at index 0 not points to digit!");
+  EXPECT_EQ(e.history(), nullptr);
+  EXPECT_THROW(cComponentLocation(mstd::cAsciiString("7")), mstd::cRuntimeException);
 }
 
 TEST(cComponentLocation, StoresItsFieldsInOrder)
