@@ -5,8 +5,7 @@
 
 cGreeterInterface::cGreeterInterface()
     : cAbstractInterface(
-          mcs::cInterfaceDesc(mcs::cInterfaceDesc::Providing, "greeter", "Your name", 1, "Greets by name")),
-      miMatched(0)
+          mcs::cInterfaceDesc(mcs::cInterfaceDesc::Providing, "greeter", "Your name", 1, "Greets by name"))
 {
   mrmi::publishSlot(*this, "greet", &cGreeterInterface::greet, "name", "makes a greeting");
 }

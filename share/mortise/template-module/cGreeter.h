@@ -13,14 +13,10 @@ public:
 
   /// Slot "greet".
   mstd::cAsciiString greet(mstd::cAsciiString const& name);
-  /// How many of the others use this interface.
-  unsigned int matched() const { return miMatched; }
 
-  void interfaceMatched() override { ++miMatched; }
-  void interfaceUnmatched() override { --miMatched; }
-
-private:
-  unsigned int miMatched;
+  // Told to the side that searches for an interface; this one is found.
+  void interfaceMatched() override {}
+  void interfaceUnmatched() override {}
 };
 
 /// The component of this module.
