@@ -27,24 +27,47 @@ public:
 private:
   friend class cLITrTable;
 
-  /// Tells a table that its entry is gone. It belongs to one object: copies have none.
+  /// Shared by the index of a table and its entries, so that it lives as long as any of them.
+  struct cGoneState
+  {
+    unsigned int miUsers;
+    bool mIsGone; ///< An entry has gone, or belongs to another table.
+  };
+
+  static void leave(cGoneState* pState)
+  {
+    if (--pState->miUsers == 0)
+    {
+      delete pState;
+    }
+  }
+
+  /// Tells an index that its entry is gone. It belongs to one object: copies have none.
   class cGoneMark
   {
   public:
-    cGoneMark() : mpIsGone(0) {}
-    cGoneMark(cGoneMark const&) : mpIsGone(0) {}
+    cGoneMark() : mpState(0) {}
+    cGoneMark(cGoneMark const&) : mpState(0) {}
     cGoneMark& operator=(cGoneMark const&) { return *this; }
-    ~cGoneMark()
+    ~cGoneMark() { tell(); }
+    void set(cGoneState* pState)
     {
-      if (mpIsGone != 0)
-      {
-        *mpIsGone = true;
-      }
+      ++pState->miUsers;
+      tell();
+      mpState = pState;
     }
-    void set(bool* pIsGone) { mpIsGone = pIsGone; }
 
   private:
-    bool* mpIsGone;
+    void tell()
+    {
+      if (mpState != 0)
+      {
+        mpState->mIsGone = true;
+        leave(mpState);
+      }
+    }
+
+    cGoneState* mpState;
   };
 
   cGoneMark mGoneMark;

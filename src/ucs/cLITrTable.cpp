@@ -135,15 +135,19 @@ namespace mucs
 class cLITrTable::cIndex
 {
 public:
-  cIndex() : mpSlots(new cSlot[FirstSize]()), miSize(FirstSize), miUsed(0), mIsUseless(false) {}
+  cIndex() : mpSlots(new cSlot[FirstSize]()), miSize(FirstSize), miUsed(0), mpGone(newState(mpSlots)) {}
   cIndex(cIndex const&) = delete;
   cIndex& operator=(cIndex const&) = delete;
-  ~cIndex() { delete[] mpSlots; }
+  ~cIndex()
+  {
+    delete[] mpSlots;
+    cLITrItem::leave(mpGone);
+  }
 
   /// Makes room for one more entry. At most half of the slots are used.
   void reserve()
   {
-    if (mIsUseless || miUsed < miSize / 2)
+    if (mpGone->mIsGone || miUsed < miSize / 2)
     {
       return;
     }
@@ -151,7 +155,7 @@ public:
     unsigned int const iOldSize = miSize;
     mpSlots = newSlots(2ull * miSize);
     miSize *= 2;
-    for (unsigned int i = 0; i < iOldSize && !mIsUseless; ++i)
+    for (unsigned int i = 0; i < iOldSize && !mpGone->mIsGone; ++i)
     {
       if (pOld[i].mpItem != 0)
       {
@@ -164,11 +168,11 @@ public:
   /// Adds an entry for which there is room.
   void add(cLITrItem& rItem)
   {
-    if (mIsUseless || !isPlain(rItem.key()))
+    if (mpGone->mIsGone || !isPlain(rItem.key()))
     {
       return;
     }
-    rItem.mGoneMark.set(&mIsUseless);
+    rItem.mGoneMark.set(mpGone);
     cSlot const slot = {hash(rItem.key()), &rItem};
     if (put(slot))
     {
@@ -178,7 +182,7 @@ public:
 
   cLITrItem const* find(mstd::cAsciiString const& sKey) const
   {
-    if (mIsUseless || !isPlain(sKey))
+    if (mpGone->mIsGone || !isPlain(sKey))
     {
       return 0;
     }
@@ -205,6 +209,20 @@ private:
     unsigned int miHash;
     cLITrItem const* mpItem; // not owned; null: unused
   };
+
+  /// Releases `pSlots` on failure.
+  static cLITrItem::cGoneState* newState(cSlot* pSlots)
+  {
+    try
+    {
+      return new cLITrItem::cGoneState{1, false};
+    }
+    catch (...)
+    {
+      delete[] pSlots;
+      throw;
+    }
+  }
 
   static cSlot* newSlots(unsigned long long iSize)
   {
@@ -259,22 +277,19 @@ private:
         return false;
       }
     }
-    mIsUseless = true;
+    mpGone->mIsGone = true; // it is as if the entry were
     return false;
   }
 
   cSlot* mpSlots;
   unsigned int miSize; // a power of two
   unsigned int miUsed;
-  bool mIsUseless;
+  cLITrItem::cGoneState* mpGone; // once it says so, the index is of no use any more
 };
 
 cLITrTable::cLITrTable() = default;
 
-cLITrTable::~cLITrTable()
-{
-  tPtrVector::clear(); // the entries tell the index that they go
-}
+cLITrTable::~cLITrTable() = default;
 
 unsigned int cLITrTable::hashKey1(mstd::cAsciiString const& sKey)
 {

@@ -79,6 +79,12 @@ private:
 
   mstd::tAutoPtr<cIndex> mpIndex; // null in an empty table
 };
+
+/// Not that of the base, which would leave the indexes behind.
+inline void swap(cLITrTable& tLeft, cLITrTable& tRight) noexcept
+{
+  tLeft.swap(tRight);
+}
 } // namespace mucs
 
 #endif

@@ -10,8 +10,10 @@
 
 #include <string.h>
 
+#include <map>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace
@@ -231,6 +233,20 @@ TEST(cLITrTable, SwapsItsEntries)
   EXPECT_EQ(found(b, "three"), "(none)");
 }
 
+TEST(cLITrTable, TheFreeSwapIsTheSame)
+{
+  cLITrTable a;
+  cLITrTable b;
+  a.addTranslation("one", "1");
+  b.addTranslation("three", "3");
+  using std::swap;
+  swap(a, b);
+  a.addTranslation("one", "new");
+  EXPECT_EQ(found(a, "one"), "new");
+  EXPECT_EQ(found(b, "one"), "1");
+  EXPECT_EQ(found(b, "three"), "(none)");
+}
+
 TEST(cLITrTable, CannotBeCopied)
 {
   EXPECT_FALSE(std::is_copy_constructible<cLITrTable>::value);
@@ -284,7 +300,7 @@ TEST(cLITrTable, IsAsItWasWhenThereIsNoMemoryForAnEntry)
 }
 
 // --- entries that are changed behind the table's back
-// ------------------------------------------------------------------
+// -----------------------------------------------------------------
 
 TEST(cLITrTable, EntriesThatAreRemovedOnALevelAreNotFound)
 {
@@ -338,6 +354,43 @@ TEST(cLITrTable, ACopyOfAnEntryMayGo)
   EXPECT_EQ(found(table, "ab"), "1");
 }
 
+TEST(cLITrTable, AnEntryMayOutliveItsTable)
+{
+  cLITrItem* pItem = nullptr;
+  {
+    cLITrTable table;
+    table.addTranslation("ab", "1");
+    table.addTranslation("ab", "2");
+    cLITrTable::tItems& items = *table.at(2)->at(cLITrTable::hashKey2("ab"));
+    pItem = *items.begin();
+    *items.begin() = nullptr; // taken out of the list
+    items.erase(items.begin());
+    EXPECT_EQ(found(table, "ab"), "1"); // still there for who took it
+    delete *items.begin();
+    *items.begin() = nullptr;
+    items.erase(items.begin());
+    EXPECT_EQ(found(table, "ab"), "(none)");
+  }
+  {
+    cLITrTable other;
+    other.addTranslation(mstd::tAutoPtr<cLITrItem>(pItem));
+    EXPECT_EQ(found(other, "ab"), "1");
+  }
+}
+
+TEST(cLITrTable, ATableWhoseLevelsWentElsewhereMayGo)
+{
+  cLITrTable a;
+  {
+    cLITrTable b;
+    b.addTranslation("ab", "1");
+    static_cast<mstd::tPtrVector<cLITrTable::tPlaces>&>(a).swap(b);
+  }
+  EXPECT_EQ(found(a, "ab"), "1");
+  a.clear();
+  EXPECT_EQ(found(a, "ab"), "(none)");
+}
+
 TEST(cLITrTable, KeysMayHoldZeroBytes)
 {
   cLITrTable table;
@@ -349,6 +402,20 @@ TEST(cLITrTable, KeysMayHoldZeroBytes)
   ASSERT_NE(pItem, nullptr);
   EXPECT_EQ(pItem->translation(), cString("2"));
   EXPECT_EQ(found(table, "ab"), "1");
+}
+
+TEST(cLITrTable, KeysThatDifferBehindAZeroByteAreEqual)
+{
+  mstd::cAsciiString sFirst("axb");
+  mstd::cAsciiString sSecond("axc");
+  sFirst.at(1) = 0;
+  sSecond.at(1) = 0;
+  ASSERT_TRUE(sFirst == sSecond);
+  cLITrTable table;
+  table.addTranslation(sFirst, "1");
+  table.addTranslation(sSecond, "2");
+  ASSERT_NE(table.hasTranslation(sSecond), nullptr);
+  EXPECT_EQ(table.hasTranslation(sSecond)->translation(), cString("1"));
 }
 
 /// What the table takes of a key of up to eight bytes to find it.
@@ -384,6 +451,57 @@ TEST(cLITrTable, KeysThatAreMadeToCollideAreFound)
   {
     ASSERT_EQ(found(table, key.c_str()), key);
   }
+}
+
+TEST(cLITrTable, TheFirstOfAKeyCountsAlsoWhenTheTableHasGrownSince)
+{
+  std::vector<std::string> keys;
+  for (unsigned int i = 0; keys.size() < 300; ++i)
+  {
+    std::string const key = std::to_string(i);
+    if (hashOf(key) % 1024 == 0)
+    {
+      keys.push_back(key);
+    }
+  }
+  cLITrTable table;
+  for (std::string const& key : keys)
+  {
+    table.addTranslation(key.c_str(), cString(key.c_str()));
+  }
+  for (unsigned int i = 0; i < 2000; ++i) // makes room for those that found none
+  {
+    table.addTranslation(("other " + std::to_string(i)).c_str(), "x");
+  }
+  for (std::string const& key : keys)
+  {
+    table.addTranslation(key.c_str(), "never found");
+    ASSERT_EQ(found(table, key.c_str()), key);
+  }
+}
+
+TEST(cLITrTable, KeysOfTheSameHashAreToldApart)
+{
+  std::map<unsigned int, std::string> keys;
+  std::string first;
+  std::string second;
+  for (unsigned int i = 0; first.empty() && i < 2000000; ++i)
+  {
+    std::string const key = std::to_string(i);
+    auto const inserted = keys.emplace(hashOf(key), key);
+    if (!inserted.second)
+    {
+      first = inserted.first->second;
+      second = key;
+    }
+  }
+  ASSERT_FALSE(first.empty());
+  cLITrTable table;
+  table.addTranslation(first.c_str(), "1");
+  EXPECT_EQ(found(table, second.c_str()), "(none)");
+  table.addTranslation(second.c_str(), "2");
+  EXPECT_EQ(found(table, first.c_str()), "1");
+  EXPECT_EQ(found(table, second.c_str()), "2");
 }
 
 // --- messages --------------------------------------------------------------------------------------------------------
