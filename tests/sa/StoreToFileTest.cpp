@@ -111,6 +111,15 @@ TEST_F(StoreToFileTest, APathThatCannotBeMadeFails)
   EXPECT_THROW(serializer.storeToFile(mDir.name("missing/file")), mstd::cRuntimeException);
 }
 
+TEST_F(StoreToFileTest, DataThatCannotBeHadLeavesAnEmptyFile)
+{
+  msa::cSerializeBinary serializer;
+  msa::cContextRef context(serializer.newContext(nullptr));
+  std::ofstream(path()) << "before";
+  EXPECT_THROW(serializer.storeToFile(mDir.name("file")), mstd::cAbstractException);
+  EXPECT_EQ(contents(), "");
+}
+
 TEST_F(StoreToFileTest, ADeviceWithoutRoomFails)
 {
   msa::cSerializeBinary serializer;

@@ -14,8 +14,10 @@
 #include <sys/resource.h>
 
 #include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <map>
+#include <new>
 #include <random>
 #include <string>
 
@@ -138,6 +140,19 @@ TEST(HostileLocale, AValueOf100MegabytesIsLoadedInBoundedMemory)
 #else
   EXPECT_GT(peak(), before); // a sanitizer keeps what is freed
 #endif
+}
+
+TEST(HostileLocale, AFileBeyond4GibibytesIsRefused)
+{
+  support::cTempDir dir;
+  std::string const path = dir.path() + "/f";
+  std::ofstream(path).close();
+  std::filesystem::resize_file(path, (1ull << 32) + 100); // has holes only
+  cLITrTable table;
+  EXPECT_THROW(cLITranslationLoader::loadFile(dir.name("f"), table), std::bad_alloc);
+  cLILocale locale(nullptr);
+  EXPECT_THROW(locale.loadFromFile(dir.name("f")), std::bad_alloc);
+  EXPECT_TRUE(locale.fileName().empty());
 }
 
 TEST(HostileLocale, NulBytesAreRefusedInStringsAndPassedOverElsewhere)

@@ -491,6 +491,12 @@ TEST(cLILocale, SwapExchangesTheLanguagesAndKeepsSignalsAndDebugNames)
   EXPECT_EQ(ofB.changes, 1u);
   b.swap(b);
   EXPECT_EQ(b.name(), cString("x"));
+  a.swap(b); // and back: the parent comes from the right
+  EXPECT_EQ(a.parent(), &parent);
+  EXPECT_EQ(b.parent(), nullptr);
+  parent.sigChanged();
+  EXPECT_EQ(ofA.changes, 1u);
+  EXPECT_EQ(ofB.changes, 1u);
 }
 
 TEST(cLILocale, SwapWithAParentIsAnAssertionFailure)
@@ -579,6 +585,13 @@ TEST(cLILocale, TheLastNameAndFlagCountAndTheFirstTranslation)
   EXPECT_EQ(locale.name(), cString("2"));
   EXPECT_EQ(locale.flag(), cString("dir/2"));
   EXPECT_EQ(found(locale, "a"), "1");
+}
+
+TEST(cLILocale, AnEmptyValueReplacesAnother)
+{
+  cLILocale locale(nullptr);
+  load(locale, "Name = \"x\" Name = \"\"");
+  EXPECT_TRUE(locale.name().empty());
 }
 
 TEST(cLILocale, TokensThatMeanNothingArePassedOver)
