@@ -7,6 +7,7 @@ usage: trTest.py TEST PROGRAM [ARGUMENT...]     (the program may stand behind an
 import os
 import re
 import shutil
+import stat
 import subprocess
 import sys
 import tempfile
@@ -369,6 +370,29 @@ class Tr(unittest.TestCase):
         with open("/dev/full", "wb") as full:
             done = subprocess.run(PROGRAM + ["tr", "one.cpp"], cwd=self.folder, stdout=full, stderr=subprocess.PIPE, timeout=LIMIT, check=False)
         self.assertEqual((done.returncode, done.stderr), (2, b"mortise tr: standard output: No space left on device\n"))
+
+    def test_PipesAndDevicesStayWhatTheyAre(self):
+        self.write("one.cpp", 'f("$MTR$a");')
+        os.mkfifo(os.path.join(self.folder, "pipe"))
+        reader = subprocess.Popen(["cat", "pipe"], cwd=self.folder, stdout=subprocess.PIPE)
+        self.tr("one.cpp", "--pseudo", "pipe")
+        self.assertIn(b'"a" =\n  "[', reader.communicate(timeout=LIMIT)[0])
+        self.assertEqual(sorted(os.listdir(self.folder)), ["one.cpp", "pipe"])
+        self.assertTrue(stat.S_ISFIFO(os.stat(os.path.join(self.folder, "pipe")).st_mode))
+        self.assertIn('"a" =\n  "[', self.tr("one.cpp", "--pseudo", "/dev/stdout"))
+        self.tr("one.cpp", "--pseudo", "/dev/full", code=2, errors="mortise tr: /dev/full: No space left on device\n")
+
+    def test_WhatNeverEndsIsRefused(self):
+        self.write("one.cpp", 'f("$MTR$a");')
+        self.tr("/dev/zero", code=2, errors="mortise tr: /dev/zero: File too large\n")
+        self.tr("one.cpp", "-f", "/dev/zero", code=2, errors="mortise tr: /dev/zero: File too large\n")
+
+    def test_AnEmptyTranslationOfAnIncludedFileIsWrong(self):
+        self.write("one.cpp", 'f("$MTR$a"); f("$MTR$b");')
+        self.write("more.tr", '"a" = "";\n"b" = "1";\n')
+        self.write("de.locale", 'include "more.tr";\n')
+        errors = 'mortise tr: more.tr:1: translated by nothing, which counts: "a"\n'
+        self.tr("--check", "-f", "de.locale", "one.cpp", code=1, errors=errors)
 
     def test_OwnSourcesAndFilesGoTogether(self):
         done = self.run_tr(os.path.join(ROOT, "src"), "--base", ROOT)

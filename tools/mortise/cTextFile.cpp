@@ -7,6 +7,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+static size_t const LargestFile = 256u << 20; // devices that never end are files, too
+
 bool cTextFile::fail()
 {
   mError = strerror(errno);
@@ -29,17 +31,38 @@ bool cTextFile::read(std::string& text)
   }
   char piece[65536];
   size_t iRead = 0;
-  while ((iRead = fread(piece, 1, sizeof piece, pFile)) != 0)
+  while (text.size() <= LargestFile && (iRead = fread(piece, 1, sizeof piece, pFile)) != 0)
   {
     text.append(piece, iRead);
   }
-  bool const bDone = !ferror(pFile) || fail();
+  if (text.size() > LargestFile)
+  {
+    errno = EFBIG;
+  }
+  bool const bDone = (!ferror(pFile) && text.size() <= LargestFile) || fail();
   fclose(pFile);
   return bDone;
 }
 
+/// Into what is no regular file: a pipe or a device stays what it is.
+bool cTextFile::writeInto(std::string const& text)
+{
+  FILE* const pFile = fopen(mPath.c_str(), "wbe");
+  if (pFile == nullptr)
+  {
+    return fail();
+  }
+  bool const bDone = fwrite(text.data(), 1, text.size(), pFile) == text.size() || fail();
+  return (fclose(pFile) == 0 || fail()) && bDone;
+}
+
 bool cTextFile::write(std::string const& text)
 {
+  struct stat status;
+  if (stat(mPath.c_str(), &status) == 0 && !S_ISREG(status.st_mode))
+  {
+    return writeInto(text);
+  }
   std::string former;
   if (exists() && cTextFile(mPath).read(former) && former == text)
   {
@@ -55,7 +78,6 @@ bool cTextFile::write(std::string const& text)
   {
     return fail();
   }
-  struct stat status;
   mode_t const iMask = umask(0);
   umask(iMask);
   mode_t const iMode = stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0666 & ~iMask;

@@ -119,7 +119,12 @@ bool cTranslationFile::readIncluded(std::string const& path, unsigned int iDepth
       std::string name;
       if (item.mKind == cTranslationParser::Entry && item.mMark == 0)
       {
-        mElsewhere.emplace(item.mKey, path);
+        bool const bNew = mElsewhere.emplace(item.mKey, path).second;
+        if (bNew && item.mValue.mText.empty())
+        {
+          mProblems.push_back(path + ":" + std::to_string(item.miLine) +
+                              ": translated by nothing, which counts: " + cTrText::quoted(item.mKey));
+        }
       }
       else if (item.mKind == cTranslationParser::Include &&
                (!textOf(item, path, name) || !readIncluded(besides(path, name), iDepth + 1)))
