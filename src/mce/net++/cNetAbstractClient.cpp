@@ -3,6 +3,7 @@
 #include "mce/net++/cNETExceptions.h"
 #include "mce/net++/cNetAbstractAddress.h"
 #include "mce/net++/cNetAbstractConnection.h"
+#include "mce/net++/destroyLater.h"
 #include "pi/cSystem.h"
 #include "pi/cWorkQueue.h"
 #include "rmi/cDirectLocalSlotCall0.h"
@@ -11,26 +12,32 @@
 namespace mce
 {
 
-cNetAbstractClient::cNetAbstractClient(mpi::cWorkQueue* pQueue) : mpWorkQueue(pQueue)
+cNetAbstractClient::cNetAbstractClient(mpi::cWorkQueue* pQueue) : mpTimeoutWork(new mpi::cWork), mpWorkQueue(pQueue)
 {
   sigEstablished.setInvocationBehavior(mrmi::cAbstractSignal::IgnoreIfUnconnected);
   sigTimeout.setInvocationBehavior(mrmi::cAbstractSignal::IgnoreIfUnconnected);
-  mTimeoutWork.sigAction.connect(mrmi::cDirectLocalSlotCall0(*this, &cNetAbstractClient::sltTimeout));
-  wq().addJob(mTimeoutWork);
+  mpTimeoutWork->sigAction.connect(mrmi::cDirectLocalSlotCall0(*this, &cNetAbstractClient::sltTimeout));
+  wq().addJob(*mpTimeoutWork);
 }
 
-cNetAbstractClient::~cNetAbstractClient() {}
+cNetAbstractClient::~cNetAbstractClient()
+{
+  if (isInAction(*mpTimeoutWork))
+  {
+    destroyLater(mpTimeoutWork, wq());
+  }
+}
 
 void cNetAbstractClient::invalidate() {}
 
 void cNetAbstractClient::startTimeout(unsigned int iMSec)
 {
-  mTimeoutWork.start(iMSec, mpi::cWork::SingleTask);
+  mpTimeoutWork->start(iMSec, mpi::cWork::SingleTask);
 }
 
 void cNetAbstractClient::stopTimeout()
 {
-  mTimeoutWork.stop();
+  mpTimeoutWork->stop();
 }
 
 mstd::tAutoPtr<cNetAbstractConnection> cNetAbstractClient::waitConnection()

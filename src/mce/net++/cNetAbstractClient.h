@@ -16,7 +16,9 @@ namespace mce
 class cNetAbstractAddress;
 class cNetAbstractConnection;
 
-/// Base of the clients; one makes one attempt to connect.
+/// Base of the clients; one makes one attempt to connect. A slot of its signals may destroy it.
+///
+/// Threads: that of the work queue; nothing is locked.
 class MORTISE_API cNetAbstractClient : public mrmi::cConnectable
 {
 public:
@@ -50,10 +52,11 @@ public:
 
   mpi::cWorkQueue& wq() const;
 
+  /// The action of the time limit.
   void sltTimeout();
 
 private:
-  mpi::cWork mTimeoutWork;
+  mstd::tAutoPtr<mpi::cWork> mpTimeoutWork; // never empty; apart, since it may have to outlive this object
   mpi::cWorkQueue* mpWorkQueue;
 };
 

@@ -2,6 +2,7 @@
 
 #include "mce/net++/cNETExceptions.h"
 #include "mce/net++/cNetAbstractAddress.h"
+#include "mce/net++/destroyLater.h"
 #include "mp/cLocker.h"
 #include "pi/cAbstractOut.h"
 #include "pi/cSystem.h"
@@ -34,13 +35,15 @@ public:
 
   void check() const
   {
-    if (miMSec != 0 && mStart.diff().toMSec() > miMSec)
+    if (miMSec != 0 && mStart.diff().toUSec() > miMSec * USecPerMSec)
     {
       cNETExceptions::throwTransferTimeout(miMSec);
     }
   }
 
 private:
+  static piUInt64 const USecPerMSec = 1000;
+
   unsigned int miMSec;
   mstd::cTime mStart;
 };
@@ -81,7 +84,8 @@ private:
 
 cNetAbstractConnection::cNetAbstractConnection(mstd::tAutoPtr<cNetAbstractSocket> pSocket)
     : mpSocket(pSocket), mInvalid(false), miTxLeft(0), mpRxPacket(nullptr), miRxLeft(0), mContinuous(false),
-      mClosedByPeerReported(false), mInvalidatedReported(false), mpWatch(nullptr)
+      mpDelayedInvalidation(new mpi::cWork), mClosedByPeerReported(false), mInvalidatedReported(false),
+      mpQueue(nullptr), mpWatch(nullptr)
 {
   if (!(mpSocket.get()))
   {
@@ -96,7 +100,7 @@ cNetAbstractConnection::cNetAbstractConnection(mstd::tAutoPtr<cNetAbstractSocket
   mpi::cWork& readWork = mpSocket->readWork();
   mpi::cWork& writeWork = mpSocket->writeWork();
   mpi::cWork& exceptionWork = mpSocket->exceptionWork();
-  mDelayedInvalidation.sigAction.connect(
+  mpDelayedInvalidation->sigAction.connect(
       mrmi::cDirectLocalSlotCall0(*this, &cNetAbstractConnection::sltDelayedSocketDestroy));
   readWork.sigAction.connect(mrmi::cDirectLocalSlotCall0(*this, &cNetAbstractConnection::sltSocketReadable));
   writeWork.sigAction.connect(mrmi::cDirectLocalSlotCall0(*this, &cNetAbstractConnection::sltSocketWritable));
@@ -111,7 +115,7 @@ cNetAbstractConnection::cNetAbstractConnection(mstd::tAutoPtr<cNetAbstractSocket
   mstd::cAsciiString name("network connection delayed invalidation for ");
   name += mpSocket->peer().toString(0);
   name += ")";
-  mDelayedInvalidation.setName(name);
+  mpDelayedInvalidation->setName(name);
 }
 
 cNetAbstractConnection::~cNetAbstractConnection()
@@ -125,6 +129,37 @@ cNetAbstractConnection::~cNetAbstractConnection()
     mstd::writeCaughtException(Mark, __LINE__);
   }
   cWatch::tellAll(mpWatch);
+  try
+  {
+    handOver();
+  }
+  catch (...)
+  {
+    mstd::writeCaughtException(Mark, __LINE__);
+  }
+}
+
+// What has a running work outlives this object. The queue is asked for only then: it may be gone otherwise.
+void cNetAbstractConnection::handOver()
+{
+  if (isInAction(*mpDelayedInvalidation))
+  {
+    destroyLater(mpDelayedInvalidation, queue());
+  }
+  mpi::cWork* const works[] = {&mpSocket->readWork(), &mpSocket->writeWork(), &mpSocket->exceptionWork()};
+  if (isInAction(*works[0]) || isInAction(*works[1]) || isInAction(*works[2]))
+  {
+    destroyLater(mpSocket, queue());
+    for (mpi::cWork* const work : works)
+    {
+      work->stop(); // nobody listens to it any more
+    }
+  }
+}
+
+mpi::cWorkQueue& cNetAbstractConnection::queue() const
+{
+  return mpQueue != nullptr ? *mpQueue : mpi::system().wq;
 }
 
 void cNetAbstractConnection::schedule(mpi::cWorkQueue* pQueue)
@@ -133,9 +168,9 @@ void cNetAbstractConnection::schedule(mpi::cWorkQueue* pQueue)
   {
     return;
   }
-  mpi::cWorkQueue& queue = pQueue != nullptr ? *pQueue : mpi::system().wq;
-  mpSocket->schedule(queue);
-  queue.addJob(mDelayedInvalidation);
+  mpQueue = pQueue;
+  mpSocket->schedule(queue());
+  queue().addJob(*mpDelayedInvalidation);
 }
 
 void cNetAbstractConnection::checkCanSend(char const* pInvalidKey)
@@ -260,10 +295,7 @@ void cNetAbstractConnection::clearTx()
 {
   mTxView.clear();
   miTxLeft = 0;
-  if (mpSocket.get() != nullptr)
-  {
-    mpSocket->writeWork().stop();
-  }
+  mpSocket->writeWork().stop();
 }
 
 unsigned int cNetAbstractConnection::txBytesLeft() const
@@ -313,7 +345,7 @@ void cNetAbstractConnection::invalidateLater()
 {
   if (!toInvalidateLater())
   {
-    mDelayedInvalidation.start();
+    mpDelayedInvalidation->start();
   }
 }
 
@@ -388,7 +420,8 @@ void cNetAbstractConnection::sltSocketWritable()
     }
     if (miTxLeft == 0)
     {
-      clearTx();
+      mTxView.clear();
+      mpSocket->writeWork().stop();
       sigTxComplete();
       if (watch.isGone())
       {
@@ -511,7 +544,18 @@ bool cNetAbstractConnection::checkClosedByPeer()
   {
     mClosedByPeerReported = true;
     cWatch const watch(*this);
-    sigClosedByPeer(*this);
+    try
+    {
+      sigClosedByPeer(*this);
+    }
+    catch (...)
+    {
+      if (!watch.isGone())
+      {
+        invalidateLater();
+      }
+      throw;
+    }
     if (watch.isGone())
     {
       return true;
@@ -525,7 +569,7 @@ void cNetAbstractConnection::sltDelayedSocketDestroy()
 {
   if (isTxBusy())
   {
-    mDelayedInvalidation.start(LookAgain, mpi::cWork::SingleTask);
+    mpDelayedInvalidation->start(LookAgain, mpi::cWork::SingleTask);
   }
   else
   {

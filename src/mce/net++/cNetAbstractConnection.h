@@ -24,8 +24,11 @@ namespace mce
 ///
 /// What crosses it is exactly what was sent: it adds nothing, and does not know where a message ends.
 ///
-/// Slots of its signals may send, receive, close and invalidate, and may destroy the connection: what was under way is
-/// left then without touching it again. Nothing happens by itself until schedule() is called.
+/// Slots of its signals may send, receive, close and invalidate. Nothing happens by itself until schedule() is called.
+///
+/// A slot may also destroy the connection: what was under way is left then without touching it again. The signal that
+/// called the slot reports its early end on the debug output, as every signal does. A socket with a work that is
+/// running at that moment goes in a later turn of the queue; it is closed at once.
 ///
 /// An action that fails clears what was being sent, and raises errorHandler(), if anybody has asked for it, or else the
 /// exception, which goes to the work queue.
@@ -40,7 +43,7 @@ public:
 
   /// No socket is an assertion failure.
   explicit cNetAbstractConnection(mstd::tAutoPtr<cNetAbstractSocket> pSocket);
-  /// invalidate(). What a slot throws goes to the debug output.
+  /// invalidate(). What a slot or the socket raises goes to the debug output.
   ~cNetAbstractConnection() override;
 
   /// \name Signals
@@ -86,11 +89,11 @@ public:
 
   /// Lets the works of the socket run in a queue, that of mpi::system() if it is null.
   void schedule(mpi::cWorkQueue* pQueue);
-  /// Closes the socket, now.
+  /// Closes the socket, now, and also if a slot of sigInvalidated fails.
   void invalidate();
   /// Closes the socket when everything is sent, which is looked at every 10 milliseconds.
   void invalidateLater();
-  bool toInvalidateLater() const { return mDelayedInvalidation.isStarted(); }
+  bool toInvalidateLater() const { return mpDelayedInvalidation->isStarted(); }
   /// Reads and writes what is possible.
   void tryTransfer();
   /// From the first call on, failures go to this signal, and have to: without a slot it raises
@@ -115,6 +118,8 @@ private:
   bool readPieces(cWatch const& watch);
   bool deliver(mstd::tArray<char> const& data, cWatch const& watch);
   bool checkClosedByPeer();
+  void handOver();
+  mpi::cWorkQueue& queue() const;
 
   mstd::tAutoPtr<cNetAbstractSocket> mpSocket;
   bool mInvalid;
@@ -126,11 +131,12 @@ private:
   mstd::tArray<char>* mpRxPacket; // not owned
   unsigned int miRxLeft;
   bool mContinuous;
-  mpi::cWork mDelayedInvalidation;
+  mstd::tAutoPtr<mpi::cWork> mpDelayedInvalidation; // never empty; apart, since it may have to outlive this object
   bool mClosedByPeerReported;
   mstd::tAutoPtr<tErrorSignal> mpSigError;
   bool mInvalidatedReported;
-  cWatch* mpWatch; // innermost function that runs and has to know if this object goes
+  mpi::cWorkQueue* mpQueue; // null: that of the system
+  cWatch* mpWatch;          // innermost function that runs and has to know if this object goes
 };
 
 } // namespace mce
