@@ -100,7 +100,8 @@ void cAbstractComponent::setComponentID(unsigned int iId)
 
 void cAbstractComponent::recalcInterfaceDeps()
 {
-  for (unsigned int i = 0; i < interfaceDeps().length(); ++i)
+  cLifeWatch const watch(mLife);
+  for (unsigned int i = 0; !watch.isOver() && i < interfaceDeps().length(); ++i)
   {
     writeDebugLine("cAbstractComponent::Recalcing deps...", __LINE__);
     interfaceDeps()[i]->recalc();

@@ -3,6 +3,7 @@
 
 #include "mcs/cAbstractModule.h"
 #include "mcs/cComponentLocation.h"
+#include "mcs/cLife.h"
 #include "std/tList.h"
 
 class cAbstractKROApp;
@@ -80,12 +81,13 @@ public:
   void setAnnounced() { mAnnounced = true; }
   void resetInterfaceDepModification() { mInterfaceDepModified = false; }
   void resetComponentDepModification() { mComponentDepModified = false; }
-  /// Recalculates every dependency, also those that are added meanwhile.
+  /// Recalculates every dependency, also those that are added meanwhile. One that goes meanwhile moves the others up,
+  /// so that the one behind the current one may be left out.
   void recalcInterfaceDeps();
   /// @}
 
   /// Marks the component for removal, and asks for a pass. It goes as soon as no other one requires it; those that do
-  /// are marked, too.
+  /// are marked, too. In a circle of requirements nobody ever goes, and pass follows upon pass.
   void removeLater();
   /// Marks the dependencies as changed, and asks for a pass.
   void modifyInterfaceDep();
@@ -128,6 +130,7 @@ private:
   mstd::tPtrVector<cInterfaceDep> mInterfaceDeps; // not owned
   bool mAnnounced;
   mstd::tPtrList<mstd::cAbstractException> mExceptions;
+  cLife mLife;
 };
 
 } // namespace mcs

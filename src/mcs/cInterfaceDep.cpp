@@ -2,7 +2,7 @@
 
 #include "mcs/cAbstractComponent.h"
 #include "mcs/cAbstractInterface.h"
-#include "mcs/cManagedComponent.h"
+#include "mcs/cComponentWalk.h"
 #include "mcs/cModuleMgr.h"
 #include "rmi/cDirectLocalSlotCall1.h"
 #include "std/cSTDExceptions.h"
@@ -24,7 +24,15 @@ cInterfaceDep::cInterfaceDep(cAbstractComponent& owner, cInterfaceDesc const& wa
       mpInterface(pInterface)
 {
   connectToManager();
-  owner.addInterfaceDep(this);
+  try
+  {
+    owner.addInterfaceDep(this);
+  }
+  catch (...)
+  {
+    owner.removeInterfaceDep(this); // it may have failed behind the adding
+    throw;
+  }
 }
 
 cInterfaceDep::~cInterfaceDep()
@@ -53,6 +61,11 @@ cComponentAddr const& cInterfaceDep::address() const
   return mMatch.location().address();
 }
 
+cAbstractComponent* cInterfaceDep::hasProvider() const
+{
+  return mState == Matched && mMatch.valid() ? mManager.hasComponent(mMatch.location()) : nullptr;
+}
+
 void cInterfaceDep::addPossibleLocation(cComponentLocation const& location, bool bUseOnly)
 {
   if (!bUseOnly)
@@ -65,7 +78,12 @@ void cInterfaceDep::addPossibleLocation(cComponentLocation const& location, bool
 
 void cInterfaceDep::setExplicit(cComponentLocation const& location)
 {
+  cLifeWatch const watch(mLife);
   invalidateMatch();
+  if (watch.isOver())
+  {
+    return;
+  }
   mSelection = saUseExcplicit;
   cAbstractComponent& component = mManager.findComponent(location);
   if (hasPotentialyMatchingInterface(component) != nullptr)
@@ -76,9 +94,10 @@ void cInterfaceDep::setExplicit(cComponentLocation const& location)
 
 void cInterfaceDep::recalc()
 {
-  for (cManagedComponent* const managed : mManager.components())
+  cLifeWatch const watch(mLife);
+  for (cComponentWalk walk(mManager); !walk.isEnd() && !watch.isOver(); walk.next())
   {
-    recalc(managed->component());
+    recalc(walk.component());
   }
 }
 
@@ -107,8 +126,9 @@ void cInterfaceDep::recalcUseExcplicit()
 
 void cInterfaceDep::recalcUseFirstBest(cAbstractComponent& candidate)
 {
+  cLifeWatch const watch(mLife);
   recalcUseExcplicit();
-  if (mState == Unmatched && hasMatchingInterface(candidate) != nullptr)
+  if (!watch.isOver() && mState == Unmatched && hasMatchingInterface(candidate) != nullptr)
   {
     makeMatch(candidate);
   }
@@ -145,27 +165,39 @@ cAbstractInterface* cInterfaceDep::hasMatchingInterface(cAbstractComponent& comp
 
 void cInterfaceDep::makeMatch(cAbstractComponent& component)
 {
+  cLifeWatch const watch(mLife);
+  cComponentWalk const keep(mManager); // whoever is told may remove the component
   if (mpInterface != nullptr)
   {
     mpInterface->interfaceMatched();
   }
-  sigInterfaceAddress(component.address());
-  mMatch.set(component.location());
-  mState = Matched;
+  if (!watch.isOver())
+  {
+    sigInterfaceAddress(component.address());
+  }
+  if (!watch.isOver())
+  {
+    mMatch.set(component.location());
+    mState = Matched;
+  }
 }
 
 void cInterfaceDep::invalidateMatch()
 {
+  cLifeWatch const watch(mLife);
   mMatch.invalidate();
   if (mpInterface != nullptr)
   {
     mpInterface->interfaceUnmatched();
   }
-  if (mState == Matched)
+  if (!watch.isOver() && mState == Matched)
   {
     sigInterfaceLost();
   }
-  mState = Unmatched;
+  if (!watch.isOver())
+  {
+    mState = Unmatched;
+  }
 }
 
 void cInterfaceDep::sltComponentRegistered(cAbstractComponent& component)

@@ -2,6 +2,7 @@
 #define MORTISE_MCS_CINTERFACEDEP_H
 
 #include "mcs/cInterfaceDesc.h"
+#include "mcs/cLife.h"
 #include "mcs/cMatchedDependency.h"
 #include "rmi/cConnectable.h"
 #include "rmi/localSignal0.h"
@@ -21,6 +22,8 @@ class cModuleMgr;
 /// and sigInterfaceLost waits, until the search is done again: in the next pass for a dependency with an owner, at the
 /// next recalc() for one without.
 ///
+/// Whoever is told of a match, or of its end, may destroy the dependency.
+///
 /// Ownership: nothing is owned. The owner and the interface on this side must outlive the dependency, and so must the
 ///            manager.
 class MORTISE_API cInterfaceDep : public mrmi::cConnectable
@@ -31,7 +34,7 @@ public:
   {
     saUseExcplicit = 0,  ///< only setExplicit() does it
     saUseFirstBest = 1,  ///< the first that qualifies, in the order of the manager
-    saUseInteractive = 2 ///< can be declared, and fails when it is to be done
+    saUseInteractive = 2 ///< can be declared, and raises mstd::cBugException when it is to be done
   };
 
   /// Without owner. `pInterface`, which may be null, is told of matches.
@@ -52,16 +55,20 @@ public:
   /// True if the match is still good. For derived classes that know more.
   virtual bool validateMatch(cMatchedDependency const& match);
 
+  /// True until the end of the match was told, also if its provider is gone already.
   bool matched() const { return mState == Matched; }
   /// The provider. cUnmatchedInterfaceException if there is none, or if it is gone.
   cComponentAddr const& address() const;
+
+  /// The component that provides what is wanted, or null if there is none. The first one at the location of the match.
+  cAbstractComponent* hasProvider() const;
 
   cInterfaceDesc const& wanted() const { return mWanted; }
   selectionAlgo selection() const { return mSelection; }
   cAbstractComponent* owner() const { return mpOwner; }
 
   /// Only components on the host of one of these locations qualify, once there is one. To use other hosts all the same
-  /// (`bUseOnly` false) is not supported: it raises mstd::cRuntimeException and adds nothing.
+  /// (`bUseOnly` false) is not supported: it raises mstd::cBugException and adds nothing.
   void addPossibleLocation(cComponentLocation const& location, bool bUseOnly);
   /// Takes this provider, and from now on no other one unless told. An unknown location raises cNoSuchModuleException;
   /// then, and if the component has no fitting interface, the dependency is without match.
@@ -110,6 +117,7 @@ private:
   MatchState mState;
   cMatchedDependency mMatch;
   cAbstractInterface* mpInterface;
+  cLife mLife;
 };
 
 } // namespace mcs

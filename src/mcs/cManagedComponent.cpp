@@ -1,12 +1,13 @@
 #include "mcs/cManagedComponent.h"
 
 #include "mcs/cAbstractComponent.h"
+#include "std/cSTDExceptions.h"
 
 namespace mcs
 {
 
 cManagedComponent::cManagedComponent(mstd::tAutoPtr<cAbstractComponent> pComponent)
-    : mpComponentGuard(pComponent), mpComponent(mpComponentGuard.get())
+    : mpComponentGuard(pComponent), mpComponent(mpComponentGuard.get()), mpNextSwept(nullptr)
 {
   if (!(mpComponentGuard.get()))
   {
@@ -14,7 +15,7 @@ cManagedComponent::cManagedComponent(mstd::tAutoPtr<cAbstractComponent> pCompone
   }
 }
 
-cManagedComponent::cManagedComponent(cAbstractComponent& component) : mpComponent(&component) {}
+cManagedComponent::cManagedComponent(cAbstractComponent& component) : mpComponent(&component), mpNextSwept(nullptr) {}
 
 cManagedComponent::~cManagedComponent() {}
 

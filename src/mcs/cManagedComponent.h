@@ -21,8 +21,11 @@ public:
   cAbstractComponent& component() const { return *mpComponent; }
 
 private:
+  friend class cModuleMgrImpl;
+
   mstd::tAutoPtr<cAbstractComponent> mpComponentGuard;
   cAbstractComponent* mpComponent;
+  cManagedComponent* mpNextSwept; // of the entries that have left the list and wait for the end of the walks
 };
 
 } // namespace mcs

@@ -1,6 +1,7 @@
 #include "mcs/cModuleMgr.h"
 
 #include "mcs/cAbstractComponent.h"
+#include "mcs/cComponentWalk.h"
 #include "mcs/cMCSExceptions.h"
 #include "mcs/cManagedComponent.h"
 #include "mcs/cModuleMgrImpl.h"
@@ -37,16 +38,45 @@ cAbstractComponent& existing(cAbstractComponent* pComponent, Key const& key)
   return *pComponent;
 }
 
-template <class Holder>
-cAbstractComponent& add(cModuleMgr& manager, cModuleMgrImpl& impl, Holder& holder, cAbstractComponent& component,
+/// Gives a number that was taken back unless it comes to be used.
+class cTakenNumber
+{
+public:
+  cTakenNumber(cModuleMgrImpl& impl, cAbstractComponent const& component)
+      : mImpl(impl), miFormer(impl.lastModuleID()), miNumber(impl.takeModuleID(component.fixedModuleID())), mUsed(false)
+  {
+  }
+  cTakenNumber(cTakenNumber const&) = delete;
+  cTakenNumber& operator=(cTakenNumber const&) = delete;
+  ~cTakenNumber()
+  {
+    if (!mUsed && mImpl.lastModuleID() == miNumber)
+    {
+      mImpl.setLastModuleID(miFormer);
+    }
+  }
+
+  unsigned int number() const { return miNumber; }
+  void use() { mUsed = true; }
+
+private:
+  cModuleMgrImpl& mImpl;
+  unsigned int miFormer;
+  unsigned int miNumber;
+  bool mUsed;
+};
+
+cAbstractComponent& add(cModuleMgr& manager, cModuleMgrImpl& impl, mstd::tAutoPtr<cManagedComponent> entry,
                         cComponentAddr const& deployedBy)
 {
-  unsigned int const id = impl.nextModuleID(component.fixedModuleID());
-  component.setComponentID(id);
+  cAbstractComponent& component = entry->component();
+  cTakenNumber taken(impl, component);
+  component.setComponentID(taken.number());
   component.setDeployedBy(deployedBy);
-  impl.components().append(mstd::tAutoPtr<cManagedComponent>(new cManagedComponent(holder)));
-  impl.takeModuleID(id);
+  impl.components().append(entry);
+  taken.use();
   manager.handleComponentIterationLater();
+  cComponentWalk const keep(impl); // a slot may remove the component
   manager.sigComponentAdded(component);
   return component;
 }
@@ -104,13 +134,13 @@ cAbstractKROApp& cModuleMgr::app()
 
 cAbstractComponent& cModuleMgr::addComponent(cAbstractComponent& component, cComponentAddr const& deployedBy)
 {
-  return add(*this, *mpImpl, component, component, deployedBy);
+  return add(*this, *mpImpl, mstd::tAutoPtr<cManagedComponent>(new cManagedComponent(component)), deployedBy);
 }
 
 cAbstractComponent& cModuleMgr::addComponent(mstd::tAutoPtr<cAbstractComponent> pComponent,
                                              cComponentAddr const& deployedBy)
 {
-  return add(*this, *mpImpl, pComponent, *pComponent, deployedBy);
+  return add(*this, *mpImpl, mstd::tAutoPtr<cManagedComponent>(new cManagedComponent(pComponent)), deployedBy);
 }
 
 void cModuleMgr::removeComponent(cComponentAddr const& address)
@@ -126,12 +156,12 @@ void cModuleMgr::handleComponentIterationLater()
 
 void cModuleMgr::removeAllComponentsNow()
 {
-  for (cManagedComponent* const managed : components())
-  {
-    managed->component().removeLater();
-  }
   while (!components().empty())
   {
+    for (cManagedComponent* const managed : components())
+    {
+      managed->component().removeLater(); // also one that a component has added when it went
+    }
     mpImpl->mngComponentIteration(false);
   }
 }
@@ -143,18 +173,18 @@ void cModuleMgr::registerClassLoader(mstd::tAutoPtr<mpi::cAbstractClassLoader> p
 
 void cModuleMgr::submitShortlyRemove()
 {
-  for (cManagedComponent* const managed : components())
+  for (cComponentWalk walk(*mpImpl); !walk.isEnd(); walk.next())
   {
-    managed->component().notifyShortlyRemove();
+    walk.component().notifyShortlyRemove();
   }
 }
 
 bool cModuleMgr::applicationCloseAdvisable(cAbstractKROApp& app)
 {
   bool isAdvisable = true;
-  for (cManagedComponent* const managed : components())
+  for (cComponentWalk walk(*mpImpl); !walk.isEnd(); walk.next())
   {
-    isAdvisable = managed->component().applicationCloseAdvisable(app) && isAdvisable;
+    isAdvisable = walk.component().applicationCloseAdvisable(app) && isAdvisable;
   }
   return isAdvisable;
 }
@@ -177,10 +207,9 @@ mstd::tAutoPtr<mstd::cAbstractException> cModuleMgr::createRemoteException(cComp
                                                                            msa::cAbstractDeserializer& deserializer)
 {
   mstd::tAutoPtr<mstd::cAbstractException> exception;
-  for (mstd::tPtrList<cManagedComponent>::iterator it = components().begin();
-       it != components().end() && exception.get() == nullptr; ++it)
+  for (cComponentWalk walk(*mpImpl); !walk.isEnd() && exception.get() == nullptr; walk.next())
   {
-    exception = (*it)->component().tryCreateRegisteredException(typeName, deserializer);
+    exception = walk.component().tryCreateRegisteredException(typeName, deserializer);
   }
   if (exception.get() == nullptr)
   {

@@ -46,8 +46,14 @@ class cModuleMgrImpl;
 /// A component that came from a library is added in these steps: mpi::cPlatform::createClassLoader(), instance() of the
 /// loader, setClassLoader() of the component, addComponent(), registerClassLoader().
 ///
+/// What is called in a pass may do anything: add components, ask for removal, enter the event loop, even remove all
+/// components. A component that is taken out of the list while somebody is being called with it is destroyed when that
+/// call is over. Only the manager itself must outlive its passes, and the components and dependencies that know it.
+///
 /// Threads: that of the work queue; nothing is locked.
-/// Cost:    every look-up is a walk of the list. To ask for a pass again costs nothing more.
+/// Cost:    every look-up is a walk of the list. To ask for a pass again costs nothing more. A pass is a walk, too,
+/// plus
+///          a walk for every component that is to be removed.
 class MORTISE_API cModuleMgr
 {
 public:
@@ -80,17 +86,19 @@ public:
   cAbstractKROApp& app();
 
   /// Numbers a component, appends it and asks for a pass. The number is the next one, or the one on which the component
-  /// insists: mstd::cRuntimeException if that is below the last number given. The first form borrows the component, the
-  /// second one takes it over, also if it fails.
+  /// insists: mstd::cRuntimeException if that is below the last number given, and nothing is added then. To insist on
+  /// the last number given is allowed: two components have it then. The first form borrows the component, the second
+  /// one takes it over, also if it fails. What a slot of sigComponentAdded throws leaves the component added.
   cAbstractComponent& addComponent(cAbstractComponent& component, cComponentAddr const& deployedBy);
   cAbstractComponent& addComponent(mstd::tAutoPtr<cAbstractComponent> pComponent, cComponentAddr const& deployedBy);
   /// Marks a component for removal. cNoSuchModuleException if there is none.
   void removeComponent(cComponentAddr const& address);
   /// Asks for a pass.
   void handleComponentIterationLater();
-  /// Removes all components in the caller's stack, those that others require last. No signal is fired and no library
-  /// unloaded. Components that require each other in a circle make this loop endless: findRequirementCycle() finds
-  /// such a circle beforehand.
+  /// Removes all components in the caller's stack, those that others require last, and those that they add when they
+  /// go, too. No signal is fired and no library unloaded. Components that require each other in a circle make this
+  /// loop endless: findRequirementCycle() finds such a circle beforehand. Called by somebody whom a pass has called, it
+  /// empties the list, too, but what is owned is destroyed only behind that call.
   void removeAllComponentsNow();
   /// Takes over a loader; its library goes, at the end of a pass, when no module from it is left.
   void registerClassLoader(mstd::tAutoPtr<mpi::cAbstractClassLoader> pLoader);
@@ -124,6 +132,8 @@ public:
   /// @}
 
 private:
+  friend class cComponentWalk;
+
   cModuleMgrImpl* mpImpl;
 };
 

@@ -1,6 +1,7 @@
 #include "mcs/cModuleMgrImpl.h"
 
 #include "mcs/cAbstractComponent.h"
+#include "mcs/cComponentWalk.h"
 #include "mcs/cMCSExceptions.h"
 #include "mcs/cManagedComponent.h"
 #include "mcs/cModuleMgr.h"
@@ -46,7 +47,8 @@ private:
 cModuleMgrImpl::cModuleMgrImpl(cModuleMgr& manager)
     : mManager(manager), mpWorkQueue(&mpi::system().wq), mCoreExtensions(mpi::system().extensions), mPassAllowed(true),
       mComponents(mstd::tPtrList<cManagedComponent>::Object),
-      mClassLoaders(mstd::tPtrList<mpi::cAbstractClassLoader>::Object), miLastModuleID(1), mpApp(nullptr), miSweeps(0)
+      mClassLoaders(mstd::tPtrList<mpi::cAbstractClassLoader>::Object), miLastModuleID(1), mpApp(nullptr),
+      mpWalk(nullptr), mpFirstSwept(nullptr), mpLastSwept(nullptr)
 {
   mManagementWork.setName(mstd::cAsciiString("component management (KRO Core)"));
   mIdleWork.setName(mstd::cAsciiString("idle emulation (KRO Core)"));
@@ -64,92 +66,92 @@ cModuleMgrImpl::~cModuleMgrImpl()
 {
   mpWorkQueue->removeJob(mManagementWork);
   mpWorkQueue->removeJob(mIdleWork);
-  mComponents.clear();
+  while (!mComponents.empty()) // again, if a component that goes adds another one: its library must not go first
+  {
+    mComponents.clear();
+  }
   mClassLoaders.clear();
 }
 
-unsigned int cModuleMgrImpl::nextModuleID(unsigned int iFixed) const
+unsigned int cModuleMgrImpl::takeModuleID(unsigned int iFixed)
 {
   if (iFixed == 0)
   {
-    return miLastModuleID + 1;
+    return ++miLastModuleID;
   }
   if (miLastModuleID > iFixed)
   {
     cMCSExceptions::throwComponentIdNotUnique(iFixed);
   }
+  miLastModuleID = iFixed;
   return iFixed;
 }
 
 void cModuleMgrImpl::mngComponentIteration(bool bFull)
 {
-  for (mstd::tPtrList<cManagedComponent>::iterator it = mComponents.begin(); it != mComponents.end(); ++it)
+  for (cComponentWalk walk(*this); !walk.isEnd(); walk.next())
   {
-    if (it.isMarked())
+    if (walk.isMarked())
     {
-      continue; // by a walk that did not come to its end
+      continue; // by a pass that did not come to its end
     }
-    cAbstractComponent& component = (*it)->component();
-    bool const isPlaceKept =
-        component.toRemove() ? retire(it, bFull) : !bFull || (announce(component) && update(component));
-    if (!isPlaceKept)
+    if (walk.component().toRemove())
     {
-      startPass();
-      return;
+      retire(walk, bFull);
+    }
+    else if (bFull)
+    {
+      announce(walk);
+      update(walk);
     }
   }
-  ++miSweeps;
-  mComponents.eraseMarked();
+  sweep();
 }
 
-bool cModuleMgrImpl::retire(mstd::tPtrList<cManagedComponent>::iterator position, bool bFull)
+void cModuleMgrImpl::retire(cComponentWalk& walk, bool bFull)
 {
-  cAbstractComponent& component = (*position)->component();
+  cAbstractComponent& component = walk.component();
   mstd::tList<cAbstractComponent*> referrers;
   mManager.componentsReferencedBy(component, referrers);
+  for (cAbstractComponent* const referrer : referrers)
+  {
+    writeReferrer(*referrer);
+    referrer->removeLater();
+  }
   if (!referrers.empty())
   {
-    for (cAbstractComponent* const referrer : referrers)
-    {
-      writeReferrer(*referrer);
-      referrer->removeLater();
-    }
-    return true;
+    return;
   }
   if (bFull)
   {
-    unsigned int const sweeps = miSweeps;
     mManager.sigComponentRemoved(component);
-    if (miSweeps != sweeps)
-    {
-      return false;
-    }
   }
-  position.eraseLater();
-  return true;
+  if (!walk.isGone())
+  {
+    walk.eraseLater();
+  }
 }
 
-bool cModuleMgrImpl::announce(cAbstractComponent& component)
+void cModuleMgrImpl::announce(cComponentWalk& walk)
 {
+  cAbstractComponent& component = walk.component();
   if (component.announced())
   {
-    return true;
+    return;
   }
-  unsigned int const sweeps = miSweeps;
-  bool const isDelayed = component.delayAnnouncement();
-  if (miSweeps != sweeps)
-  {
-    return false;
-  }
-  if (isDelayed)
+  if (component.delayAnnouncement())
   {
     startPass();
-    return true;
+    return;
+  }
+  if (walk.isGone())
+  {
+    return;
   }
   mManager.sigComponentRegistered(component);
-  if (miSweeps != sweeps)
+  if (walk.isGone())
   {
-    return false;
+    return;
   }
   component.setAnnounced();
   try
@@ -158,46 +160,84 @@ bool cModuleMgrImpl::announce(cAbstractComponent& component)
   }
   catch (...)
   {
-    if (miSweeps == sweeps)
+    if (!walk.isGone())
     {
       component.removeLater();
     }
     throw;
   }
-  return miSweeps == sweeps;
 }
 
-bool cModuleMgrImpl::update(cAbstractComponent& component)
+void cModuleMgrImpl::update(cComponentWalk& walk)
 {
-  if (!component.announced())
+  if (walk.isGone() || !walk.component().announced())
   {
-    return true;
+    return;
   }
-  unsigned int const sweeps = miSweeps;
+  cAbstractComponent& component = walk.component();
   if (component.interfaceDepModified())
   {
     component.recalcInterfaceDeps();
-    if (miSweeps != sweeps)
+    if (walk.isGone())
     {
-      return false;
+      return;
     }
     mManager.sigInterfaceDepsModified(component.location());
-    if (miSweeps != sweeps)
+    if (walk.isGone())
     {
-      return false;
+      return;
     }
     component.resetInterfaceDepModification();
   }
   if (component.componentDepModified())
   {
     mManager.sigComponentDepsModified();
-    if (miSweeps != sweeps)
+    if (walk.isGone())
     {
-      return false;
+      return;
     }
     component.resetComponentDepModification();
   }
-  return true;
+}
+
+void cModuleMgrImpl::sweep()
+{
+  if (mpWalk != nullptr)
+  {
+    for (cComponentWalk* walk = mpWalk; walk != nullptr; walk = walk->mpOuter)
+    {
+      walk->leaveMarked();
+    }
+    for (mstd::tPtrList<cManagedComponent>::iterator it = mComponents.begin(); it != mComponents.end(); ++it)
+    {
+      if (it.isMarked())
+      {
+        cManagedComponent* const swept = *it;
+        *it = nullptr;
+        (mpLastSwept != nullptr ? mpLastSwept->mpNextSwept : mpFirstSwept) = swept;
+        mpLastSwept = swept;
+      }
+    }
+  }
+  mComponents.eraseMarked();
+}
+
+void cModuleMgrImpl::bury()
+{
+  if (mpFirstSwept != nullptr)
+  {
+    startPass(); // the library of a component that goes late can go only then
+  }
+  while (mpFirstSwept != nullptr)
+  {
+    cManagedComponent* const swept = mpFirstSwept;
+    mpFirstSwept = swept->mpNextSwept;
+    if (mpFirstSwept == nullptr)
+    {
+      mpLastSwept = nullptr;
+    }
+    delete swept;
+  }
 }
 
 void cModuleMgrImpl::mngSltProcessComponentManagement()

@@ -21,6 +21,7 @@ class cWorkQueue;
 namespace mcs
 {
 class cAbstractComponent;
+class cComponentWalk;
 class cManagedComponent;
 class cModuleMgr;
 
@@ -37,10 +38,10 @@ public:
   cAbstractKROApp* app() const { return mpApp; }
   void setApp(cAbstractKROApp& app) { mpApp = &app; }
 
-  /// The number for a component that insists on `iFixed`, or on none (0). It is taken by takeModuleID() only, so that
-  /// nothing is lost if adding the component fails.
-  unsigned int nextModuleID(unsigned int iFixed) const;
-  void takeModuleID(unsigned int iId) { miLastModuleID = iId; }
+  unsigned int lastModuleID() const { return miLastModuleID; }
+  void setLastModuleID(unsigned int iId) { miLastModuleID = iId; }
+  /// Counts on for a component that insists on the number `iFixed`, or on none (0), and returns its number.
+  unsigned int takeModuleID(unsigned int iFixed);
 
   void startPass() { mManagementWork.start(); }
   /// One walk along the components. With `bFull` components are announced, and signals fired.
@@ -50,10 +51,13 @@ public:
   void mngSigCompatIdle();
 
 private:
-  // Each of these is false if the list was swept meanwhile, by a slot: its component may be gone then.
-  bool retire(mstd::tPtrList<cManagedComponent>::iterator position, bool bFull);
-  bool announce(cAbstractComponent& component);
-  bool update(cAbstractComponent& component);
+  friend class cComponentWalk;
+
+  void retire(cComponentWalk& walk, bool bFull);
+  void announce(cComponentWalk& walk);
+  void update(cComponentWalk& walk);
+  void sweep();
+  void bury();
 
   cModuleMgr& mManager;
   mpi::cWorkQueue* mpWorkQueue;
@@ -65,7 +69,9 @@ private:
   mstd::tPtrList<mpi::cAbstractClassLoader> mClassLoaders;
   unsigned int miLastModuleID;
   cAbstractKROApp* mpApp;
-  unsigned int miSweeps;
+  cComponentWalk* mpWalk;          // the innermost one
+  cManagedComponent* mpFirstSwept; // entries that wait for the end of the walks, in the order of their sweep
+  cManagedComponent* mpLastSwept;
 };
 
 } // namespace mcs
