@@ -6,6 +6,7 @@
 #include "io/cProxyFs.h"
 #include "pi/cSystem.h"
 #include "std/cOSErrorException.h"
+#include "support/cForwardFs.h"
 #include "support/cTempDir.h"
 #include "support/exceptionText.h"
 #include "support/expectFailure.h"
@@ -142,6 +143,19 @@ TEST_F(cDirTest, TheEndsOfAllWalksAreEqual)
   cDir walk(dir(), HideDots);
   namesFrom(walk);
   EXPECT_TRUE(walk == nothing);
+}
+
+TEST_F(cDirTest, TheElementOfAnEndIsNotAskedFor)
+{
+  mio::cFs fs;
+  fs.setImpl(mstd::tAutoPtr<mio::cAbstractFsImpl>(new support::cForwardFs(fs))); // has none
+  cDir first(fs, dir(), HideDots);
+  cDir second(fs, dir(), HideDots);
+  namesFrom(first);
+  EXPECT_FALSE(first == second);
+  EXPECT_FALSE(second == first);
+  namesFrom(second);
+  EXPECT_TRUE(first == second);
 }
 
 TEST_F(cDirTest, APathWithoutADirectoryFails)

@@ -558,6 +558,37 @@ TEST_F(cFileLinesTest, ACopyGoesOnBehindTheLine)
   EXPECT_EQ(lineOf(file), "five");
 }
 
+TEST_F(cFileLinesTest, NothingOfOneFileIsLeftForTheNext)
+{
+  put("one\ntwo\n");
+  std::ofstream(mDir.path() + "/other") << "eins\nzwei\n";
+  cFile file = reader();
+  EXPECT_EQ(lineOf(file), "one");
+  file.open(mDir.name("other"), mio::OpenReadOnly, mio::CreateNever, mio::WriteAppend, true);
+  EXPECT_EQ(file.pos(), 0u);
+  EXPECT_EQ(lineOf(file), "eins");
+  EXPECT_EQ(lineOf(file), "zwei");
+}
+
+TEST_F(cFileLinesTest, AFifoMayFollowAFileAndAFileAFifo)
+{
+  put("one\ntwo\n");
+  std::string const fifo = mDir.path() + "/fifo";
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  int const keeper = ::open(fifo.c_str(), O_RDWR | O_CLOEXEC);
+  ASSERT_GE(keeper, 0);
+  ASSERT_EQ(::write(keeper, "eins\nzwei\n", 10), 10);
+  cFile file = reader();
+  EXPECT_EQ(lineOf(file), "one");
+  file.open(mDir.name("fifo"), mio::OpenReadOnly, mio::CreateNever, mio::WriteAppend, true);
+  EXPECT_EQ(lineOf(file), "eins");
+  EXPECT_EQ(readText(file, 5), "zwei\n");
+  file.open(name(), mio::OpenReadOnly, mio::CreateNever, mio::WriteAppend, true);
+  EXPECT_EQ(lineOf(file), "one");
+  EXPECT_EQ(file.pos(), 4u);
+  ::close(keeper);
+}
+
 TEST_F(cFileLinesTest, SwappedFilesTakeWhatTheyKnowOfTheirLinesAlong)
 {
   put("one\ntwo\nthree\n");
