@@ -137,6 +137,17 @@ TEST_F(TranslationFault, AFileThatShrinksWhileItIsReadEndsThere)
   EXPECT_EQ(table.hasTranslation("b")->translation(), cString("2"));
 }
 
+TEST_F(TranslationFault, AValueFromAFileThatShrinksHasWhatIsLeft)
+{
+  put("name.txt", "Deutsch" + std::string(1000, 'x'));
+  cLILocale locale(nullptr);
+  cFaultShim shim;
+  shim.before(
+      cFaultShim::Read, [this] { std::filesystem::resize_file(path("name.txt"), 7); }, 1);
+  locale.loadFromFile(mDir.name("de.locale"));
+  expectNew(locale);
+}
+
 TEST_F(TranslationFault, EntriesInFrontOfAFileThatShrinksToHalfAnEntryStay)
 {
   put("f.tr", "\"a\" = \"1\"; \"b\" = \"2\"");
