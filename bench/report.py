@@ -51,12 +51,14 @@ def medians(run):
     return costs, in_bytes
 
 
-def judge(target, ours, ratio, limit_ratio):
+def judge(target, ours, peers, limit_ratio):
     """What the case must reach, as text, and whether it does; None where nothing is asked."""
     asked, met = [], True
     if "peer" in target:
-        asked.append(f"{target['peer']:g} x peer")
-        met = met and ratio is not None and ratio <= target["peer"]
+        # The best of them, unless the target names one.
+        peer = peers.get(target["of"]) if "of" in target else min(peers.values(), default=None)
+        asked.append(f"{target['peer']:g} x {target.get('of', 'peer')}")
+        met = met and peer is not None and ours / peer <= target["peer"]
     if "limit" in target:
         asked.append(f"{target['limit']:g} x limit")
         met = met and limit_ratio is not None and limit_ratio <= target["limit"]
@@ -79,7 +81,7 @@ def rows(costs, in_bytes, targets):
         limit = limits.get(limit_name)
         ratio = ours / peer if peer else None
         limit_ratio = ours / limit if limit else None
-        target, met = judge(targets.get(area, {}).get(case, {}), ours, ratio, limit_ratio)
+        target, met = judge(targets.get(area, {}).get(case, {}), ours, peers, limit_ratio)
         yield Row(area, case, ours, peer, peer_name, ratio, limit, limit_name, limit_ratio, target, met,
                   (area, case) in in_bytes)
 
