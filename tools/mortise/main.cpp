@@ -1,6 +1,8 @@
 // mortise: the command line tool of the library. Each sub-command is a class of its own.
 #include "cDumpCommand.h"
 #include "cMessage.h"
+#include "cModuleCommand.h"
+#include "cNewModuleCommand.h"
 #include "cTrCommand.h"
 #include "pi/cSystem.h"
 #include "std/cAbstractException.h"
@@ -17,8 +19,10 @@ int main(int argc, char** argv)
     app.set_version_flag("--version", "mortise " MORTISE_TOOL_VERSION);
     app.require_subcommand(1);
     cDumpCommand dump(app);
+    cModuleCommand module(app);
+    cNewModuleCommand newModule(app);
     cTrCommand tr(app);
-    cAbstractCommand* const commands[] = {&dump, &tr};
+    cAbstractCommand* const commands[] = {&dump, &module, &newModule, &tr};
     try
     {
       app.parse(argc, argv);
