@@ -23,4 +23,4 @@ echo "== The graph of the work is in build/demo/work.dot and build/demo/work.svg
 
 echo "== Running a plant of four modules for nine seconds: the meter is removed after three and comes back after six"
 build/release/examples/plant --seconds 9 --remove meter --limit cpu=50 --limit memory=1 --graph build/demo/plant.dot
-echo "== The graph of the work is in build/demo/plant.dot and build/demo/plant.svg"
+echo "== The graphs of the work and of the components are in build/demo: plant.dot, plant-components.dot, and both as SVG"

@@ -1,10 +1,12 @@
 #include "cPlant.h"
 
 #include "cCall.h"
+#include "cGraphFile.h"
 #include "cOptions.h"
 #include "cText.h"
 #include "mcs/cAbstractComponent.h"
 #include "mcs/cAbstractInterface.h"
+#include "mcs/componentGraph.h"
 #include "pi/cFDAIOData.h"
 #include "pi/cSystem.h"
 #include "pi/cWqDebug.h"
@@ -17,14 +19,9 @@
 #include <errno.h>
 #include <limits.h>
 #include <signal.h>
-#include <spawn.h>
 #include <stdio.h>
-#include <string.h>
 #include <sys/signalfd.h>
-#include <sys/wait.h>
 #include <unistd.h>
-
-extern char** environ;
 
 cPlant::cPlant(cOptions const& options)
     : mOptions(options), mSettings(options.intervalMSec(), options.procFolder(), options.diskPath()),
@@ -185,7 +182,7 @@ void cPlant::finish()
     return;
   }
   mFinishing = true;
-  writeGraph();
+  writeGraphs();
   mEnd.stop();
   mRemoval.stop();
   mRestart.stop();
@@ -305,38 +302,26 @@ void cPlant::sltTold(mucs::cLIMessage const& message)
   }
 }
 
-void cPlant::writeGraph()
+void cPlant::writeGraphs()
 {
   if (mOptions.graph().empty())
   {
     return;
   }
-  mstd::cAsciiString const dot = mpi::cWqDebug::dot();
-  FILE* const file = fopen(mOptions.graph().c_str(), "w");
-  bool const bWritten = file != nullptr && fwrite(dot.c_str(), 1, dot.length(), file) == dot.length();
-  int const iError = errno;
-  if ((file != nullptr && fclose(file) != 0) || !bWritten)
+  try
   {
-    complain(mstd::cOSErrorException("write", bWritten ? errno : iError, cText::decode(mOptions.graph())));
-    return;
+    cGraphFile const work(mOptions.graph());
+    cGraphFile const components = work.beside("-components");
+    work.write(mpi::cWqDebug::dot());
+    components.write(mcs::componentGraph(mManager));
+    if (!work.draw() || !components.draw())
+    {
+      sltTold(mstd::exceptionMessage("$MTR$There is no SVG of the graphs, since Graphviz is not there."));
+    }
   }
-  mstd::cAsciiString svg(mOptions.graph());
-  if (svg.length() > 4 && strcmp(svg.c_str() + svg.length() - 4, ".dot") == 0)
+  catch (mstd::cAbstractException const& e)
   {
-    svg.truncate(svg.length() - 4);
-  }
-  svg += ".svg";
-  char dotName[] = "dot";
-  char format[] = "-Tsvg";
-  char output[] = "-o";
-  mstd::cAsciiString input(mOptions.graph());
-  char* const arguments[] = {dotName, format, output, svg.data(), input.data(), nullptr};
-  pid_t child = 0;
-  int iStatus = 0;
-  if (posix_spawnp(&child, dotName, nullptr, nullptr, arguments, environ) != 0 ||
-      waitpid(child, &iStatus, 0) != child || iStatus != 0)
-  {
-    sltTold(mstd::exceptionMessage("$MTR$There is no SVG of the graph, since Graphviz is not there."));
+    complain(e);
   }
 }
 

@@ -47,7 +47,7 @@ private:
   void sltRemoved(mcs::cAbstractComponent& component);
   void sltAlarmFound(mcs::cComponentAddr const& address);
   void sltTold(mucs::cLIMessage const& message);
-  void writeGraph();
+  void writeGraphs();
   void complain(mstd::cAbstractException const& e);
 
   cOptions const& mOptions;
