@@ -412,6 +412,28 @@ TEST_P(FileSystemSuite, AFileGoesOnCloseIfToldSoAndStaysIfReleased)
   EXPECT_EQ(list(""), tTexts{"stays"});
 }
 
+TEST_P(FileSystemSuite, ACopyTakesTheRemovalOnCloseAlong)
+{
+  put("file", "");
+  mio::cFile file = fs.fileOpenRead(at("file"));
+  file.setRemoveOnClose();
+  mio::cFile copy(file);
+  file.release();
+  file.close();
+  EXPECT_EQ(list(""), tTexts{"file"});
+  copy.close();
+  EXPECT_EQ(list(""), tTexts());
+}
+
+TEST_P(FileSystemSuite, AChangedByteIsWrittenWithTheClose)
+{
+  put("file", "0123456789");
+  mio::cFile file = fs.openFile(at("file"), mio::OpenReadWrite, mio::CreateNever, mio::WriteInPlace);
+  file.proxyAt(3) = 'x';
+  file.close();
+  EXPECT_EQ(bytesOf("file"), "012x456789");
+}
+
 TEST_P(FileSystemSuite, WhatGoesOnCloseGoesOnEachCloseUntilItIsReleased)
 {
   mio::cFile file = fs.fileOpenWrite(at("file"), mio::CreateAlways, mio::WriteTruncate);

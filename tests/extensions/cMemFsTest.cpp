@@ -14,6 +14,7 @@
 #include "std/cRuntimeException.h"
 #include "std/tAutoPtr.h"
 #include "support/exceptionText.h"
+#include "support/virtualclock.h"
 
 #include <gtest/gtest.h>
 
@@ -231,6 +232,30 @@ TEST_F(cMemFsTest, UpFromARootInsideStaysThere)
 }
 
 // Links
+
+TEST_F(cMemFsTest, ItsTimesAreThoseOfTheClock)
+{
+  typedef mio::cFileInfoFlags tFlags;
+  support::cVirtualClock clock;
+  unsigned long long const start = static_cast<unsigned long long>(clock.now()) / 1000000;
+  mio::cFileInfo const info(mFs, "/mem/file");
+  put("/mem/file", "one");
+  EXPECT_EQ(info.timeStamp(tFlags::LastModification).toSec(), start);
+  clock.advanceMSec(1000);
+  bytesOf("/mem/file");
+  EXPECT_EQ(info.timeStamp(tFlags::LastAccess).toSec(), start + 1);
+  EXPECT_EQ(info.timeStamp(tFlags::LastModification).toSec(), start);
+  EXPECT_EQ(info.timeStamp(tFlags::LastStatusChange).toSec(), start);
+  clock.advanceMSec(1000);
+  mFs.rename("/mem/file", "/mem/other");
+  mFs.rename("/mem/other", "/mem/file");
+  EXPECT_EQ(info.timeStamp(tFlags::LastModification).toSec(), start);
+  EXPECT_EQ(info.timeStamp(tFlags::LastStatusChange).toSec(), start + 2);
+  clock.advanceMSec(1000);
+  put("/mem/file", ""); // no byte is written: emptying is a change
+  EXPECT_EQ(info.timeStamp(tFlags::LastModification).toSec(), start + 3);
+  EXPECT_EQ(info.timeStamp(tFlags::LastStatusChange).toSec(), start + 3);
+}
 
 TEST_F(cMemFsTest, ALinkOutOfTheTreeLeadsNowhere)
 {
