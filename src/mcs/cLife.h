@@ -23,6 +23,10 @@ private:
   cLifeWatch* mpWatch; // the innermost one
 };
 
+#if defined(__GNUC__) && !defined(__clang__) && __GNUC__ >= 12
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdangling-pointer" // the destructor takes the pointer back
+#endif
 /// Looks after the life of an object for the time of a scope. Watches of one object end in the reverse order of their
 /// beginning, as scopes do.
 class MORTISE_API cLifeWatch
@@ -48,6 +52,9 @@ private:
   cLife* mpLife;
   cLifeWatch* mpOuter;
 };
+#if defined(__GNUC__) && !defined(__clang__) && __GNUC__ >= 12
+#pragma GCC diagnostic pop
+#endif
 
 inline cLife::~cLife()
 {
