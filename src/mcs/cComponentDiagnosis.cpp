@@ -14,7 +14,7 @@ bool isInManager(cAbstractComponent const& component)
 {
   for (cManagedComponent* const managed : component.moduleMgr().components())
   {
-    if (&managed->component() == &component)
+    if (managed->component() == &component)
     {
       return true;
     }

@@ -37,7 +37,7 @@ void cComponentWalk::next()
 
 cAbstractComponent& cComponentWalk::component() const
 {
-  return (*mPosition)->component();
+  return *(*mPosition)->component();
 }
 
 void cComponentWalk::leaveMarked()

@@ -21,7 +21,7 @@ void cDependencyDiagnosis::judge(cInterfaceDep const& dependency)
 {
   for (cManagedComponent* const managed : dependency.mManager.components())
   {
-    cAbstractComponent& component = managed->component();
+    cAbstractComponent& component = *managed->component();
     bool const isFitting = dependency.hasPotentialyMatchingInterface(component) != nullptr;
     if (isFitting || component.tryFindInterface(dependency.wanted().name()) != nullptr)
     {

@@ -18,7 +18,8 @@ public:
   cManagedComponent& operator=(cManagedComponent const&) = delete;
   ~cManagedComponent();
 
-  cAbstractComponent& component() const { return *mpComponent; }
+  /// Never null.
+  cAbstractComponent* component() const { return mpComponent; }
 
 private:
   friend class cModuleMgrImpl;

@@ -20,9 +20,9 @@ cAbstractComponent* findFirst(mstd::tPtrList<cManagedComponent> const& component
 {
   for (cManagedComponent* const managed : components)
   {
-    if (isIt(managed->component()))
+    if (isIt(*managed->component()))
     {
-      return &managed->component();
+      return managed->component();
     }
   }
   return nullptr;
@@ -69,7 +69,7 @@ private:
 cAbstractComponent& add(cModuleMgr& manager, cModuleMgrImpl& impl, mstd::tAutoPtr<cManagedComponent> entry,
                         cComponentAddr const& deployedBy)
 {
-  cAbstractComponent& component = entry->component();
+  cAbstractComponent& component = *entry->component();
   cTakenNumber taken(impl, component);
   component.setComponentID(taken.number());
   component.setDeployedBy(deployedBy);
@@ -160,7 +160,7 @@ void cModuleMgr::removeAllComponentsNow()
   {
     for (cManagedComponent* const managed : components())
     {
-      managed->component().removeLater(); // also one that a component has added when it went
+      managed->component()->removeLater(); // also one that a component has added when it went
     }
     mpImpl->mngComponentIteration(false);
   }
@@ -195,9 +195,9 @@ void cModuleMgr::componentsReferencedBy(cAbstractComponent const& component,
   referrers.clear();
   for (cManagedComponent* const managed : components())
   {
-    if (managed->component().requiresComponent(&component))
+    if (managed->component()->requiresComponent(&component))
     {
-      referrers.append(&managed->component());
+      referrers.append(managed->component());
     }
   }
 }

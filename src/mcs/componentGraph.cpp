@@ -94,9 +94,9 @@ void addRequirements(mstd::cAsciiString& out, cModuleMgr const& manager, cAbstra
   // Only what is in the list may be drawn: other pointers may lead to components that are gone.
   for (cManagedComponent* const managed : manager.components())
   {
-    if (component.requiresComponent(&managed->component()))
+    if (component.requiresComponent(managed->component()))
     {
-      addEdge(out, component, "c", &managed->component(), mstd::cAsciiString("requires"), ",style=\"bold\"");
+      addEdge(out, component, "c", managed->component(), mstd::cAsciiString("requires"), ",style=\"bold\"");
     }
   }
 }
@@ -108,11 +108,11 @@ mstd::cAsciiString componentGraph(cModuleMgr const& manager)
   out += "digraph G {\n";
   for (cManagedComponent* const managed : manager.components())
   {
-    addComponent(out, managed->component());
+    addComponent(out, *managed->component());
   }
   for (cManagedComponent* const managed : manager.components())
   {
-    cAbstractComponent const& component = managed->component();
+    cAbstractComponent const& component = *managed->component();
     for (unsigned int i = 0; i < component.interfaceDeps().length(); ++i)
     {
       addDependency(out, component, *component.interfaceDeps()[i]);

@@ -69,7 +69,7 @@ public:
     unsigned int size = 0;
     for (cManagedComponent* const managed : manager.components())
     {
-      mComponents[size] = &managed->component();
+      mComponents[size] = managed->component();
       mPlaces[size].mpComponent = mComponents[size];
       mPlaces[size].miIndex = size;
       ++size;
@@ -147,7 +147,7 @@ private:
     unsigned int count = 0;
     for (cManagedComponent* const managed : manager.components())
     {
-      count += managed->component().localRequiredComponents().length();
+      count += managed->component()->localRequiredComponents().length();
     }
     return count;
   }

@@ -339,6 +339,6 @@ TEST(HostileListeners, AChainOfAdditionsInsideOnePassIsFollowedToItsEnd)
   EXPECT_EQ(manager.components().length(), 1000u);
   for (mcs::cManagedComponent* const managed : manager.components())
   {
-    EXPECT_TRUE(managed->component().announced());
+    EXPECT_TRUE(managed->component()->announced());
   }
 }

@@ -311,7 +311,7 @@ public:
     std::vector<int> indexes;
     for (mcs::cManagedComponent* const managed : mManager.components())
     {
-      indexes.push_back(static_cast<cComponent&>(managed->component()).miIndex);
+      indexes.push_back(static_cast<cComponent*>(managed->component())->miIndex);
     }
     return indexes;
   }

@@ -24,7 +24,7 @@ TEST_F(cManagedComponentTest, AnOwnedComponentGoesWithItsEntry)
   component->mOnDestroyed = [&] { ++destroyed; };
   {
     cManagedComponent entry{mstd::tAutoPtr<mcs::cAbstractComponent>(component)};
-    EXPECT_EQ(&entry.component(), component);
+    EXPECT_EQ(entry.component(), component);
     EXPECT_EQ(destroyed, 0u);
   }
   EXPECT_EQ(destroyed, 1u);
@@ -38,7 +38,7 @@ TEST_F(cManagedComponentTest, ABorrowedComponentStays)
     component.mOnDestroyed = [&] { ++destroyed; };
     {
       cManagedComponent entry(component);
-      EXPECT_EQ(&entry.component(), &component);
+      EXPECT_EQ(entry.component(), &component);
     }
     EXPECT_EQ(destroyed, 0u);
   }

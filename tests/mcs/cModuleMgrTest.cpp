@@ -56,7 +56,7 @@ protected:
     std::string names;
     for (mcs::cManagedComponent* const managed : mManager.components())
     {
-      names += managed->component().info().name().c_str();
+      names += managed->component()->info().name().c_str();
     }
     return names;
   }
