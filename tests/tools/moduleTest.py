@@ -22,7 +22,7 @@ import unittest
 HERE = os.path.dirname(os.path.abspath(__file__))
 ROOT = os.path.join(HERE, "..", "..")
 PROGRAM = sys.argv[2:]
-EMULATED = len(PROGRAM) > 1
+SAMPLES = len(PROGRAM) > 1 or "MORTISE_TEST_SAMPLES" in os.environ  # an emulator and sanitizers are slow
 LIMIT = 250  # seconds; nothing here takes that long
 
 
@@ -235,7 +235,9 @@ class Module(unittest.TestCase):
             self.assertEqual(self.problem(library("odd"), odd=when + " crash"), ("broken", f"crashes (Segmentation fault) {moment}"))
             self.assertEqual(self.problem(library("odd"), odd=when + " exit"), ("broken", f"ends the process (exit code 0) {moment}"))
         self.assertEqual(self.problem(library("odd"), odd="make abort")[1], "crashes (Aborted) when it is to make its plug-in")
-        self.assertEqual(self.problem(library("odd"), odd="load raise")[1], "cannot be loaded: an exception of a class that is not known here")
+        # Whether an exception gets through the loader is a matter of the system.
+        self.assertIn(self.problem(library("odd"), odd="load raise")[1],
+                      ("cannot be loaded: an exception of a class that is not known here", "crashes (Aborted) when it is loaded"))
         self.assertEqual(self.problem(library("odd"), odd="destroy raise")[1], "crashes (Aborted) when it is to destroy its plug-in")
 
     def test_WhatItToldBeforeACrashIsShown(self):
@@ -366,7 +368,7 @@ class Module(unittest.TestCase):
         choice = random.Random(seed)
         data, kinds = self.source(), set()
         places = self.tables(data)
-        for part in range(1 if EMULATED else 8):
+        for part in range(1 if SAMPLES else 8):
             kinds |= self.tried([self.mutant(choice, data, places if part % 3 else None) for _ in range(250)], "--no-load")
         self.assertIn("damaged", kinds)
         self.assertIn("truncated", kinds)
@@ -375,7 +377,7 @@ class Module(unittest.TestCase):
     def test_ThousandsOfTruncatedFilesAreToldAndSurvived(self):
         data = self.source()
         sizes = list(range(0, 1000)) + list(range(1000, len(data), max(1, len(data) // 1000)))
-        sizes = sizes[::20] if EMULATED else sizes
+        sizes = sizes[::20] if SAMPLES else sizes
         for start in range(0, len(sizes), 500):
             kinds = self.tried([data[:size] for size in sizes[start:start + 500]], "--no-load")
             self.assertLessEqual(kinds, {"not-elf", "truncated", "damaged"})
@@ -387,8 +389,8 @@ class Module(unittest.TestCase):
         data = self.source()
         places = self.tables(data)
         kinds = set()
-        for _ in range(1 if EMULATED else 2):
-            kinds |= self.tried([self.mutant(choice, data, places) for _ in range(50 if EMULATED else 150)])
+        for _ in range(1 if SAMPLES else 2):
+            kinds |= self.tried([self.mutant(choice, data, places) for _ in range(50 if SAMPLES else 150)])
         self.assertIn("damaged", kinds)
 
     # What belongs to it.

@@ -243,7 +243,7 @@ void cModuleProbe::work(cTeller const& teller) const
     {
       for (std::string const& name : other.needed())
       {
-        if (name == file.soName() || name == fs::path(mPath).filename().string() || name == mPath)
+        if (name == file.soName() || name == fs::path(mPath).filename().string() || fs::equivalent(name, mPath, error))
         {
           teller.tell({"holder", path});
           break;
