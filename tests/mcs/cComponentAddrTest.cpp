@@ -132,6 +132,18 @@ TEST(cComponentAddr, LooksAtNothingBehindASecondColon)
 TEST(cComponentAddr, RefusesATextWithoutColonAndTellsWhy)
 {
   EXPECT_EQ(refusal("7"), "Malformed component address (\"7\")! <- Expecting \":\"!");
+  EXPECT_EQ(refusal(":5"), "Malformed component address (\":5\")! <- Expecting \":\"!");
+}
+
+TEST(cComponentAddr, HasKeysThatTranslatorsFind)
+{
+  auto const keyOf = [](mstd::cAbstractException const& e) {
+    return (e.liMessage()->isTranslatable() ? "$MTR$" : "") + support::toString(e.liMessage()->key());
+  };
+  mstd::cRuntimeException const e = support::caught<mstd::cRuntimeException>([] { parsed("7"); });
+  EXPECT_EQ(keyOf(e), "$MTR$Malformed component address (\"%addr%\")!");
+  ASSERT_NE(e.history(), nullptr);
+  EXPECT_EQ(keyOf(*e.history()), "$MTR$Expecting \":\"!");
 }
 
 TEST(cComponentAddr, StaysIfTheTextIsRefused)

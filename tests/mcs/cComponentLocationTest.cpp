@@ -187,6 +187,16 @@ TEST(cComponentLocation, ComesBackFromAStreamWithAValidAddress)
   }
 }
 
+TEST(cComponentLocation, RefusesAnAddressInAContextOfAnotherName)
+{
+  std::string const name("ModuleAddress");
+  std::string bytes = stored(location(1, 5, "bench", "left", 812), true);
+  bytes.replace(bytes.find(name), name.size(), "OtherAddress!");
+  cComponentLocation place = location(2, 6, "desk", "top", 1);
+  EXPECT_THROW(load(place, bytes, true), mstd::cAbstractException);
+  EXPECT_TRUE(place == location(2, 6, "desk", "top", 1));
+}
+
 TEST(cComponentLocation, StaysIfItCannotBeRead)
 {
   for (bool bLabels : {false, true})

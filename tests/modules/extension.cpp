@@ -22,9 +22,13 @@ public:
 class cExtension : public mce::cAbstractEnDecExtension
 {
 public:
-  explicit cExtension(msa::cReferenceFrame& frame) : mLife(frame, "extension") {}
+  cExtension(mcs::cModuleInfo const& info, msa::cReferenceFrame& frame) : mLife(frame, "extension"), mInfo(info) {}
 
-  mstd::cAsciiString description() const override { return mstd::cAsciiString("an extension of a module"); }
+  /// With the context of the module, if it has one.
+  mstd::cAsciiString description() const override
+  {
+    return mstd::cAsciiString("an extension of a module") + mInfo.context();
+  }
   mstd::cBuildInfo const& buildInfo() const override { return mBuildInfo; }
   bool supports(mstd::cAsciiString const& name) const override { return name == "MODULE"; }
   void provides(mstd::tVector<mstd::cAsciiString>& names) const override { names.append(mstd::cAsciiString("MODULE")); }
@@ -35,6 +39,7 @@ public:
 
 private:
   cLife mLife;
+  mcs::cModuleInfo const& mInfo;
   mstd::cBuildInfo mBuildInfo;
 };
 
@@ -43,7 +48,7 @@ class cPlugIn : public mcs::cAbstractPlugIn
 {
 public:
   explicit cPlugIn(msa::cReferenceFrame& frame)
-      : cAbstractPlugIn(frame), mExtension(frame), mFails(frame.canRead() && frame.readNext<bool>())
+      : cAbstractPlugIn(frame), mExtension(info(), frame), mFails(frame.canRead() && frame.readNext<bool>())
   {
   }
 

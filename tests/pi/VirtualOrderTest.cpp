@@ -10,8 +10,10 @@
 #include "mcs/cAbstractInterface.h"
 #include "mcs/cAbstractInterfaceProvider.h"
 #include "mcs/cAbstractModule.h"
+#include "mcs/cAbstractPlugIn.h"
 #include "mp/cAbstractRunnable.h"
 #include "pi/cAbstractAIOData.h"
+#include "pi/cAbstractClassLoader.h"
 #include "pi/cAbstractMutexImpl.h"
 #include "pi/cAbstractOut.h"
 #include "pi/cAbstractProcessEvents.h"
@@ -374,6 +376,21 @@ TEST(VirtualOrder, Modules)
   EXPECT_EQ(placeOf(&m::storeSettings), 4u);
   EXPECT_EQ(placeOf(&m::loadSettings), 5u);
   EXPECT_EQ(placeOf(&m::applySettings), 6u);
+  typedef mcs::cAbstractPlugIn i;
+  EXPECT_EQ(placeOf(&i::isCoreExtension), 7u);
+  EXPECT_EQ(placeOf(&i::coreExtension), 8u);
+  EXPECT_EQ(placeOf(&i::pluginTypeName), 9u);
+}
+
+TEST(VirtualOrder, ClassLoaders)
+{
+  typedef mpi::cAbstractClassLoader l;
+  typedef mcs::cAbstractPlugIn* (l::*cPlugInMaker)(msa::cReferenceFrame&);
+  typedef mcs::cAbstractComponent* (l::*cComponentMaker)(msa::cReferenceFrame&, mcs::cModuleMgr&);
+  EXPECT_EQ(placeOf(static_cast<cPlugInMaker>(&l::instance)), 2u);
+  EXPECT_EQ(placeOf(static_cast<cComponentMaker>(&l::instance)), 3u);
+  EXPECT_EQ(placeOf(&l::getModuleVersion), 4u);
+  EXPECT_EQ(placeOf(&l::getModuleKROVersion), 5u);
 }
 
 TEST(VirtualOrder, CoreExtensions)

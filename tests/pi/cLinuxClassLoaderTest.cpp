@@ -23,6 +23,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
 #include <link.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -227,6 +228,31 @@ TEST_F(cLinuxClassLoader, RefusesALibraryWithoutKroVersion)
   EXPECT_EQ(invalid("noKroVersion"), "Invalid module. Missing kroVersion section!");
 }
 
+TEST_F(cLinuxClassLoader, LooksForTheVersionOfTheModuleFirst)
+{
+  EXPECT_EQ(invalid("noVersions"), "Invalid module. Missing moduleVersion section!");
+}
+
+TEST_F(cLinuxClassLoader, HasKeysThatTranslatorsFind)
+{
+  auto const keyOf = [](auto const& action) {
+    mucs::cLIMessage const problem = caught<cModuleLoadException>(action).problem();
+    return (problem.isTranslatable() ? "$MTR$" : "") + toString(problem.key());
+  };
+  auto const keyOfFile = [&](char const* pModule) { return keyOf([&] { load(pModule); }); };
+  EXPECT_EQ(keyOfFile("none"), "$MTR$Unable to load plugin. OS returned %oserror%!");
+  EXPECT_EQ(keyOfFile("noInit"), "$MTR$Invalid module. Missing moduleInit section!");
+  EXPECT_EQ(keyOfFile("noVersion"), "$MTR$Invalid module. Missing moduleVersion section!");
+  EXPECT_EQ(keyOfFile("noKroVersion"), "$MTR$Invalid module. Missing kroVersion section!");
+  mstd::tAutoPtr<cAbstractClassLoader> const component = load("component");
+  EXPECT_EQ(keyOf([&] { component->instance(mFrame); }), "$MTR$File %file% is not a plugin!");
+  mstd::tAutoPtr<cAbstractClassLoader> const plugIn = load("plugIn");
+  EXPECT_EQ(keyOf([&] { plugIn->instance(mFrame, mManager); }), "$MTR$cClassLoader: No component!");
+  mstd::tAutoPtr<cAbstractClassLoader> const null = load("null");
+  EXPECT_EQ(keyOf([&] { null->instance(mFrame); }), "$MTR$Plugin (%file%) does not provide functionality!");
+  EXPECT_EQ(keyOf([&] { null->instance(mFrame, mManager); }), "$MTR$cClassLoader: No instance!");
+}
+
 TEST_F(cLinuxClassLoader, TellsWhatTheSystemSaysOfAMissingFile)
 {
   support::cTempDir const dir;
@@ -352,13 +378,42 @@ TEST_F(cLinuxClassLoader, KeepsALibraryThatTurnsOutToBeNoModuleWhenItIsLoadedLat
   loader.unloadLibrary();
 }
 
+// Its entry points are gone with it, also those that tell the versions.
 TEST_F(cLinuxClassLoader, IsUnloadedByALaterFileThatCannotBeLoaded)
 {
   support::cTempDir const dir;
-  mpi::cLinuxClassLoader loader(cTestModule("plugIn").file());
+  mpi::cLinuxClassLoader loader(cTestModule("both").file());
   EXPECT_EQ(caught<cModuleLoadException>([&] { loader.loadLibrary(dir.name("none")); }).kindOfProblem(),
             cModuleLoadException::NotLoadable);
-  EXPECT_FALSE(cTestModule("plugIn").isMapped());
+  EXPECT_FALSE(cTestModule("both").isMapped());
+  EXPECT_EQ(undelivered(loader, [&] { loader.instance(mFrame); }),
+            "File " + cTestModule("both").path() + " is not a plugin!");
+  EXPECT_EQ(undelivered(loader, [&] { loader.instance(mFrame, mManager); }), "cClassLoader: No component!");
+  cVersion version(7, 8);
+  loader.getModuleVersion(version.first, version.second);
+  loader.getModuleKROVersion(version.first, version.second);
+  EXPECT_EQ(version, cVersion(7, 8));
+}
+
+TEST_F(cLinuxClassLoader, GivesItsHoldOnALibraryBackOnce)
+{
+  mpi::cLinuxClassLoader const other(cTestModule("plugIn").file());
+  {
+    mpi::cLinuxClassLoader loader(cTestModule("plugIn").file());
+    loader.unloadLibrary();
+    loader.unloadLibrary();
+    EXPECT_TRUE(cTestModule("plugIn").isMapped());
+  }
+  EXPECT_TRUE(cTestModule("plugIn").isMapped());
+}
+
+TEST_F(cLinuxClassLoader, KeepsWhatALibraryExportsToItself)
+{
+  mstd::tAutoPtr<cAbstractClassLoader> const loader = load("both");
+  for (char const* const name : {"moduleInitPlugIn", "moduleInitComponent", "moduleVersion", "kroVersion"})
+  {
+    EXPECT_EQ(::dlsym(RTLD_DEFAULT, name), nullptr) << name;
+  }
 }
 
 // What is broken -----------------------------------------------------------------------------------------------------

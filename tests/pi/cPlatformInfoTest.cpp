@@ -40,9 +40,9 @@ class cOtherPlatform : public mpi::cAbstractPlatformInfo
 {
 public:
   mstd::cAsciiString platformName() const override { return "other"; }
-  mstd::cAsciiString osSharedObjectFileExtension() const override { return ".dll"; }
+  mstd::cAsciiString osSharedObjectFileExtension() const override { return ".dl\xe5"; }
   mstd::cAsciiString osSharedObjectFilePrefix() const override { return "p\xe4"; }
-  mstd::cAsciiString osSharedObjectFileSuffix() const override { return "-s"; }
+  mstd::cAsciiString osSharedObjectFileSuffix() const override { return "-\xf6"; }
   mstd::cAsciiString osAppFileExtension() const override { return ".exe"; }
 };
 } // namespace
@@ -51,5 +51,5 @@ TEST(cPlatformInfo, PutsPrefixSuffixAndExtensionToTheNameInThisOrder)
 {
   mucs::cString name("/x/foo");
   cOtherPlatform().osSpecificSOName(name);
-  EXPECT_EQ(support::toString(name), "/x/p?foo-s.dll");
+  EXPECT_EQ(support::toString(name), "/x/p?foo-?.dl?");
 }
