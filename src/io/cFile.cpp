@@ -75,7 +75,7 @@ cFile::~cFile()
 {
   try
   {
-    close();
+    cFile::close();
   }
   catch (...)
   {
@@ -207,7 +207,7 @@ void cFile::open(mucs::cString const& path, OpenMode mode, CreateMode create, Wr
 {
   try
   {
-    close();
+    cFile::close();
     if (mode != OpenReadOnly)
     {
       countChange();

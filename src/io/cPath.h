@@ -13,7 +13,7 @@ class cFs;
 /// Path of a directory: a text that uses `/` alone and ends in `/`, and a drive letter held apart from it.
 ///
 /// A path is normalised when it is set or when fixup() is called. What is built with cd() stays as it was put together
-/// until then. With a drive letter a path is absolute, whatever its text. Normalising takes `./` out of a text wherever
+/// until then. With a drive letter a path is absolute, whatever its text. Normalising takes "./" out of a text wherever
 /// it stands, see fixupPath(): a last name that ends in a dot loses dot and slash.
 ///
 /// Errors:  every text is a path. No memory raises std::bad_alloc and leaves the path as it was.
@@ -30,8 +30,8 @@ public:
   /// As set().
   explicit cPath(mucs::cString const& sPath, bool doFixup = true, tHash* pCache = nullptr);
 
-  /// Makes this the path `sPath`, with the drive letter that it begins with: each `\` becomes `/`, an empty text `./`,
-  /// and a missing `/` is put at the end. With `doFixup` the text is normalised, see fixup().
+  /// Makes this the path `sPath`, with the drive letter that it begins with: each backslash becomes `/`, an empty text
+  /// "./", and a missing `/` is put at the end. With `doFixup` the text is normalised, see fixup().
   void set(mucs::cString const& sPath, bool doFixup = true, tHash* pCache = nullptr);
   /// Normalises the text as fixupPath() does. The drive letter goes if the path climbs above its own start. The result
   /// is stored in `pCache` too, unless that is null.
@@ -69,7 +69,7 @@ public:
   /// climbs above its own start. An absolute path stays. `pCache` as for fixup(). Returns this path.
   cPath& makeAbsolute(cPath const& rBase, tHash* pCache = nullptr);
   /// Makes the text the way from `rBase` to this path. The components, which both `/` and `\` divide, are compared as
-  /// they stand; a `.` in `rBase` needs no climb. The drive letters are neither compared nor changed. Unless both are
+  /// they stand; a "." in `rBase` needs no climb. The drive letters are neither compared nor changed. Unless both are
   /// absolute nothing happens.
   void makeRelative(cPath const& rBase);
 

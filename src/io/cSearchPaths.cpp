@@ -116,7 +116,7 @@ void cSearchPaths::add(cSearchPaths const& rOther)
 
 void cSearchPaths::removePath(mucs::cString const& sPath)
 {
-  mucs::cString const path(sPath); // may be the entry itself
+  mucs::cString const path(sPath); // NOLINT(performance-unnecessary-copy-initialization): it may be an entry
   for (unsigned int i = size(); i-- != 0;)
   {
     if ((*this)[i] == path)

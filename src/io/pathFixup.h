@@ -22,24 +22,24 @@ MORTISE_API char driveLetter(mucs::cString const& sPath);
 MORTISE_API bool isRelative(mucs::cString const& sPath);
 
 /// Number of leading characters up to and including the last separator: `/`, `\`, or the colon of a drive letter. The
-/// whole length if what follows it is `.` or `..`, since such a text names a directory.
+/// whole length if what follows it is "." or "..", since such a text names a directory.
 MORTISE_API unsigned int pathComponentLength(mucs::cString const& sPath);
 
-/// Replaces `sOut` by the path component of `sIn`, with a `/` behind it unless it ends in `/` or `\`; empty without a
-/// path component. Both may be the same string.
+/// Replaces `sOut` by the path component of `sIn`, with a `/` behind it unless it ends in `/` or a backslash; empty
+/// without a path component. Both may be the same string.
 MORTISE_API void storePathComponent(mucs::cString const& sIn, mucs::cString& sOut);
 
 /// Replaces `sOut` by `sIn` in the form of a directory path, and returns the drive letter, which `sOut` does not hold:
-/// each `\` becomes `/`, an empty text `.`, and a missing `/` is put at the end. Both may be the same string.
+/// each backslash becomes `/`, an empty text ".", and a missing `/` is put at the end. Both may be the same string.
 ///
 /// With `doFixup` fixupPath() follows, and 0 is returned if the path climbs above its own start.
 MORTISE_API char setPath(mucs::cString const& sIn, mucs::cString& sOut, bool doFixup, tPathHash* pCache);
 
-/// Brings a path to its normal form, in place: without repeated slashes, without `./` behind its start, and without
-/// `../` but for those at the start of a relative path.
+/// Brings a path to its normal form, in place: without repeated slashes, without "./" behind its start, and without
+/// "../" but for those at the start of a relative path.
 ///
-/// What stands behind a climb above the root of an absolute path is lost with it. A single leading component that `../`
-/// takes away leaves nothing; if nothing is left at all, the path becomes `./`. The keys `../`, `./` and `/` are found
+/// What stands behind a climb above the root of an absolute path is lost with it. A single leading component that "../"
+/// takes away leaves nothing; if nothing is left at all, the path becomes "./". The keys "../", "./" and `/` are found
 /// wherever they stand, also at the end of a name: `a./b/` becomes `ab/`.
 ///
 /// `isEscaped` tells whether a relative path climbs above its own start; a drive letter means nothing then. A path that

@@ -151,7 +151,7 @@ void substitute(Char const* pText, unsigned int iLength, mstd::tList<mucs::cLIIt
       }
       continue;
     }
-    cPlaceholder found;
+    cPlaceholder found = {i, i, iLength};
     findPlaceholder(pText, iLength, i, found); // it starts right here
     i = found.miNext;
     mucs::cLIItem const* pItem = 0;

@@ -100,7 +100,7 @@ cLinuxFileImpl::cLinuxFileImpl(cLinuxFileImpl const& other, mio::cAbstractIOBloc
 
 cLinuxFileImpl::~cLinuxFileImpl()
 {
-  munmap();
+  cLinuxFileImpl::munmap();
   if (miFD == 0)
   {
     return;
