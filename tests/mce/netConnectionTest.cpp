@@ -228,6 +228,20 @@ TEST_F(cNetConnection, LeavesTheQueueWhenItGoes)
   turns(1);
 }
 
+TEST(cNetConnectionAlone, LosesItsSocketIfThePeerHasNoName)
+{
+  class cNameless : public cScriptedSocket
+  {
+  public:
+    using cScriptedSocket::cScriptedSocket;
+    mce::cNetAbstractAddress& peer() override { mce::cNETExceptions::throwNoIPAddress(); }
+  };
+  std::shared_ptr<cScriptedLine> const line = std::make_shared<cScriptedLine>();
+  EXPECT_THROW(cNetAbstractConnection{mstd::tAutoPtr<mce::cNetAbstractSocket>(new cNameless(line))},
+               mstd::cRuntimeException);
+  EXPECT_TRUE(line->mGone);
+}
+
 TEST(cNetConnectionAlone, MayOutliveItsQueue)
 {
   std::shared_ptr<cScriptedLine> const line = std::make_shared<cScriptedLine>();
@@ -356,6 +370,15 @@ TEST_F(cNetConnection, CopiesSwapsOrRefersToWhatIsSent)
   line().mTakesAll = true;
   connection().sltSocketWritable();
   EXPECT_EQ(line().mSent, "Hijk");
+}
+
+TEST_F(cNetConnection, SendsThePartThatAViewShows)
+{
+  tBytes const data = bytes("0123456789");
+  line().take({2, 1});
+  connection().sendRef(mstd::tConstArrayRef<char>(data, 3, 5));
+  EXPECT_EQ(line().mSent, "34567");
+  EXPECT_EQ(line().mNotes, (tNotes{"write 5", "write 3", "write 2"}));
 }
 
 TEST_F(cNetConnection, GivesTheQueueBackAfterAThousandPieces)

@@ -41,7 +41,7 @@ public:
   typedef mrmi::localSignal3<piVoid, cNetAbstractConnection&, mstd::tArray<char> const&, cNetAbstractAddress const&>
       tFromSignal;
 
-  /// No socket is an assertion failure.
+  /// Owns the socket, also if it fails. No socket is an assertion failure; what peer() raises goes through.
   explicit cNetAbstractConnection(mstd::tAutoPtr<cNetAbstractSocket> pSocket);
   /// invalidate(). What a slot or the socket raises goes to the debug output.
   ~cNetAbstractConnection() override;
