@@ -207,7 +207,7 @@ void cFile::open(mucs::cString const& path, OpenMode mode, CreateMode create, Wr
 {
   try
   {
-    cFile::close();
+    close();
     if (mode != OpenReadOnly)
     {
       countChange();
