@@ -7,10 +7,12 @@
 #include "mce/cAbstractSAExtension.h"
 #include "mce/cNetAbstractAddressExtension.h"
 #include "mce/net++/cNetAbstractAddress.h"
+#include "mcs/cAbstractComponent.h"
 #include "mcs/cAbstractInterface.h"
 #include "mcs/cAbstractInterfaceProvider.h"
 #include "mcs/cAbstractModule.h"
 #include "mcs/cAbstractPlugIn.h"
+#include "mcs/cInterfaceDep.h"
 #include "mp/cAbstractRunnable.h"
 #include "pi/cAbstractAIOData.h"
 #include "pi/cAbstractClassLoader.h"
@@ -380,6 +382,24 @@ TEST(VirtualOrder, Modules)
   EXPECT_EQ(placeOf(&i::isCoreExtension), 7u);
   EXPECT_EQ(placeOf(&i::coreExtension), 8u);
   EXPECT_EQ(placeOf(&i::pluginTypeName), 9u);
+}
+
+TEST(VirtualOrder, Components)
+{
+  typedef mcs::cAbstractComponent c;
+  EXPECT_EQ(placeOf(&c::isPlugIn), 2u);
+  EXPECT_EQ(placeOf(&c::isComponent), 3u);
+  EXPECT_EQ(placeOf(&c::isSpecific), 7u);
+  EXPECT_EQ(placeOf(&c::explicitLocal), 8u);
+  EXPECT_EQ(placeOf(&c::fixedQueueID), 9u);
+  EXPECT_EQ(placeOf(&c::fixedModuleID), 10u);
+  EXPECT_EQ(placeOf(&c::isLocal), 11u);
+  EXPECT_EQ(placeOf(&c::notifyComponentRegistered), 12u);
+  EXPECT_EQ(placeOf(&c::notifyShortlyRemove), 13u);
+  EXPECT_EQ(placeOf(&c::applicationCloseAdvisable), 14u);
+  EXPECT_EQ(placeOf(&c::interfaceDeps), 15u);
+  EXPECT_EQ(placeOf(&c::delayAnnouncement), 16u);
+  EXPECT_EQ(placeOf(&mcs::cInterfaceDep::validateMatch), 2u);
 }
 
 TEST(VirtualOrder, ClassLoaders)
