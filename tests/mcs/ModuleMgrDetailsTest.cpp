@@ -176,3 +176,43 @@ TEST_F(ModuleMgrDetails, TheManagerTakesComponentsFirstAndLibrariesThenAlsoForWh
   mpManager.reset();
   EXPECT_EQ(mLines, (tLines{"component parent", "component child", "library late"}));
 }
+
+TEST_F(ModuleMgrDetails, ALibraryWhoseComponentIsStillBeingCalledGoesWithAPassMore)
+{
+  cLoader& loader = load("called");
+  loader.incRef();
+  cTestComponent& component = add("called");
+  component.mOnDestroyed = [&] {
+    mLines.push_back("component called");
+    loader.decRef();
+  };
+  component.mOnShortlyRemove = [&] {
+    component.removeLater();
+    mPasses.settle();
+    EXPECT_TRUE(mManager.components().empty());
+    EXPECT_TRUE(mLines.empty());
+  };
+  mPasses.settle();
+  mManager.submitShortlyRemove();
+  EXPECT_EQ(mLines, tLines{"component called"});
+  EXPECT_EQ(mPasses.settle(), 1u);
+  EXPECT_EQ(mLines, (tLines{"component called", "library called"}));
+}
+
+TEST_F(ModuleMgrDetails, TheWorksLeaveTheQueueBeforeTheComponentsGo)
+{
+  auto const worksOfManagers = [] {
+    unsigned int count = 0;
+    for (mstd::tSharedObject<mpi::cWork> const& job : mpi::system().wq.jobs())
+    {
+      count += job.get() != nullptr && (job->name() == mstd::cAsciiString("ComponentManagement") ||
+                                        job->name() == mstd::cAsciiString("ComapatIdle"));
+    }
+    return count;
+  };
+  EXPECT_EQ(worksOfManagers(), 2u);
+  unsigned int worksAtTheEnd = 99;
+  add("a").mOnDestroyed = [&] { worksAtTheEnd = worksOfManagers(); };
+  mpManager.reset();
+  EXPECT_EQ(worksAtTheEnd, 0u);
+}
