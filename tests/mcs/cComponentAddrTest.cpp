@@ -1,7 +1,9 @@
 #include "mcs/cComponentAddr.h"
 
+#include "pi/cSystem.h"
 #include "sa/cDeserializeBinary.h"
 #include "std/cAsciiString.h"
+#include "std/cNumberConversionFormat.h"
 #include "std/cRuntimeException.h"
 #include "support/exceptionText.h"
 #include "support/streamBytes.h"
@@ -120,6 +122,16 @@ TEST(cComponentAddr, CutsNumbersTo32Bits)
 {
   EXPECT_TRUE(parsed("4294967297:4294967303") == cComponentAddr(1, 7));
   EXPECT_TRUE(parsed("-1:5") == cComponentAddr(4294967295u, 5));
+}
+
+TEST(cComponentAddr, TakesNumbersInTheDefaultFormat)
+{
+  mstd::cNumberConversionFormat& format = mpi::system().defaults.numberFormat;
+  mstd::cNumberConversionFormat const former = format;
+  format.setBase(16);
+  cComponentAddr const read = parsed("1F:10");
+  format = former;
+  EXPECT_TRUE(read == cComponentAddr(31, 16));
 }
 
 TEST(cComponentAddr, LooksAtNothingBehindASecondColon)

@@ -1,7 +1,9 @@
 #include "mcs/cComponentLocation.h"
 
 #include "pi/cPlatform.h"
+#include "pi/cSystem.h"
 #include "sa/cDeserializeBinary.h"
+#include "std/cNumberConversionFormat.h"
 #include "std/cRuntimeException.h"
 #include "support/exceptionText.h"
 #include "support/streamBytes.h"
@@ -151,6 +153,18 @@ TEST(cComponentLocation, ReadsTheProcessNumberBeforeTheAddress)
   EXPECT_EQ(support::messageOf(e), "Invalid decimal number (\"y\"). Character at index 0 not points to digit!");
   EXPECT_EQ(e.history(), nullptr);
   EXPECT_THROW(cComponentLocation(mstd::cAsciiString("7")), mstd::cRuntimeException);
+}
+
+TEST(cComponentLocation, HasADecimalProcessNumberWhateverTheDefaultFormat)
+{
+  mstd::cNumberConversionFormat& format = mpi::system().defaults.numberFormat;
+  mstd::cNumberConversionFormat const former = format;
+  format.setBase(16);
+  cComponentLocation const read = parsed("1:5-812@bench");
+  std::string const text = support::toString(location(20, 30, "bench", "", 812).toString());
+  format = former;
+  EXPECT_EQ(read.pid(), 812u);
+  EXPECT_EQ(text, "20:30-812@bench");
 }
 
 TEST(cComponentLocation, StoresItsFieldsInOrder)

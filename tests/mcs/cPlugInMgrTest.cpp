@@ -382,15 +382,15 @@ TEST(cPlugInMgr, LeavesNothingBehindWhenMemoryRunsOut)
   mucs::cString const name = cTestModule("plugIn").name();
   cPlugInMgr().loadPlugIn(name);
   unsigned int failures = 0;
-  bool loaded = false;
-  for (unsigned int nth = 1; nth < 1000 && !loaded; ++nth)
+  bool isEnough = false;
+  for (unsigned int nth = 1; nth < 1000 && !isEnough; ++nth)
   {
     {
       support::cAllocationFault const fault(nth);
       try
       {
-        cPlugInMgr().loadPlugIn(name);
-        loaded = true;
+        cPlugInMgr().loadPlugIn(name); // the system does without some of its memory
+        isEnough = !fault.hasFired();
       }
       catch (std::bad_alloc const&)
       {
@@ -403,6 +403,6 @@ TEST(cPlugInMgr, LeavesNothingBehindWhenMemoryRunsOut)
     }
     ASSERT_FALSE(cTestModule("plugIn").isMapped()) << nth;
   }
-  EXPECT_TRUE(loaded);
+  EXPECT_TRUE(isEnough);
   EXPECT_GT(failures, 3u);
 }

@@ -570,6 +570,18 @@ TEST_F(cLinuxClassLoader, RefusesAPipe)
             "Unable to load plugin. OS returned " + pipe + ": not a regular file!");
 }
 
+// It is searched for among the libraries of the system, whatever is here.
+TEST_F(cLinuxClassLoader, DoesNotLookAtAFileHereForANameWithoutAFolder)
+{
+  support::cTempDir const dir;
+  std::filesystem::path const former = std::filesystem::current_path();
+  std::filesystem::current_path(dir.path());
+  support::putFile(mucs::cString("libmortise-nowhere.so"), contentsOf("plugIn").substr(0, 1000));
+  EXPECT_THAT(toString(failureOf(mucs::cString("libmortise-nowhere.so")).problem()),
+              HasSubstr("No such file or directory"));
+  std::filesystem::current_path(former);
+}
+
 TEST_F(cLinuxClassLoader, RefusesAFileThatMayNotBeRead)
 {
   support::cTempDir const dir;
