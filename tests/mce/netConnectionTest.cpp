@@ -1421,7 +1421,7 @@ INSTANTIATE_TEST_SUITE_P(
                     cEnd{"data abc from 10.0.0.2:7", "DataFromInQueue", true},
                     cEnd{"closed by peer", "PeersClosureInQueue", true},
                     cEnd{"invalidated", "InvalidationInQueue", true}, cEnd{"error", "ErrorInQueue", true}),
-    [](testing::TestParamInfo<cEnd> const& info) { return std::string(info.param.name); });
+    [](testing::TestParamInfo<cEnd> const& end) { return std::string(end.param.name); });
 
 TEST_F(cNetConnection, GoesInsideOfSendWithoutBeingTouchedAgain)
 {

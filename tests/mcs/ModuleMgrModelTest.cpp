@@ -233,6 +233,7 @@ public:
     }
 
     // A component may require one that is gone, by its address: that may not come again in the same life.
+    static void* operator new(std::size_t size) { return ::operator new(size); }
     static void operator delete(void* pMemory) { sGone.push_back(pMemory); }
     static void release()
     {
