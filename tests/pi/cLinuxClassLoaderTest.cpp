@@ -761,6 +761,8 @@ TEST_F(cLinuxClassLoader, GrowsNotInTenThousandRounds)
   {
     round("component");
   }
+  countDescriptors(); // looking takes memory, too: the first look is not one of those compared
+  mappedBytes();
   size_t const descriptors = countDescriptors();
   size_t const mappings = countMappings();
   unsigned long long const memory = mappedBytes();
