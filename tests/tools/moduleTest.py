@@ -370,9 +370,11 @@ class Module(unittest.TestCase):
         places = self.tables(data)
         for part in range(1 if SAMPLES else 8):
             kinds |= self.tried([self.mutant(choice, data, places if part % 3 else None) for _ in range(250)], "--no-load")
+        # A few hundred by chance need not have them all.
         self.assertIn("damaged", kinds)
-        self.assertIn("truncated", kinds)
-        self.assertIn("usable", kinds)
+        if not SAMPLES:
+            self.assertIn("truncated", kinds)
+            self.assertIn("usable", kinds)
 
     def test_ThousandsOfTruncatedFilesAreToldAndSurvived(self):
         data = self.source()
