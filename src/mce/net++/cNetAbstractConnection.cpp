@@ -49,6 +49,10 @@ private:
 };
 } // namespace
 
+#if defined(__GNUC__) && !defined(__clang__) && __GNUC__ >= 12
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdangling-pointer" // the destructor takes the pointer back
+#endif
 /// Tells a running function that its connection was destroyed, by a slot.
 class cNetAbstractConnection::cWatch
 {
@@ -81,6 +85,9 @@ private:
   cNetAbstractConnection* mpConnection;
   cWatch* mpOuter;
 };
+#if defined(__GNUC__) && !defined(__clang__) && __GNUC__ >= 12
+#pragma GCC diagnostic pop
+#endif
 
 cNetAbstractConnection::cNetAbstractConnection(mstd::tAutoPtr<cNetAbstractSocket> pSocket)
     : mpSocket(pSocket), mInvalid(false), miTxLeft(0), mpRxPacket(nullptr), miRxLeft(0), mContinuous(false),
