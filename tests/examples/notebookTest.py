@@ -179,7 +179,8 @@ class Notebook(unittest.TestCase):
     def test_RefusesEveryFlippedBit(self):
         self.fine("add", "note", "ü")
         whole = self.read()
-        for bit in range(0, 8 * len(whole), 1 if len(PROGRAM) == 1 else 31):
+        samples = len(PROGRAM) > 1 or "MORTISE_TEST_SAMPLES" in os.environ
+        for bit in range(0, 8 * len(whole), 31 if samples else 1):
             data = bytearray(whole)
             data[bit // 8] ^= 1 << bit % 8
             self.refused(bytes(data), "")
