@@ -62,8 +62,7 @@ private:
 /// Locale files that include one another. A failure changes nothing, and no input reads more files than are allowed.
 extern "C" int LLVMFuzzerTestOneInput(unsigned char const* pData, size_t size)
 {
-  static support::cQuiet* const pQuiet = new support::cQuiet;
-  static_cast<void>(pQuiet);
+  support::cQuiet const quiet;
   cInput input(pData, size);
   mucs::cLILocale locale("fuzz");
   locale.translator().addTranslation("before", "before");

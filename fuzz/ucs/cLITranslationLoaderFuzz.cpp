@@ -30,8 +30,7 @@ private:
 /// A translation file. Every entry stands where it is looked for, and translates its own key.
 extern "C" int LLVMFuzzerTestOneInput(unsigned char const* pData, size_t size)
 {
-  static support::cQuiet* const pQuiet = new support::cQuiet;
-  static_cast<void>(pQuiet);
+  support::cQuiet const quiet;
   cInput input(pData, size);
   mucs::cLITrTable table;
   support::survive([&] { mucs::cLITranslationLoader::loadFile(mucs::cString("f"), table, input); });
