@@ -1,42 +1,17 @@
-// Transports are built apart from the library and meet it in these tables, so the order of the virtual operations is an
-// interface. Both destructors of a class take the first two places.
-
 #include "mce/net++/cNetAbstractClient.h"
 #include "mce/net++/cNetAbstractConnection.h"
 #include "mce/net++/cNetAbstractIPAddress.h"
 #include "mce/net++/cNetAbstractIPv4Address.h"
 #include "mce/net++/cNetAbstractServer.h"
 
-#include <gtest/gtest.h>
+#include "support/tablePlace.h"
 
-#include <cstring>
+#include <gtest/gtest.h>
 
 namespace
 {
-template <class T, class R, class... A>
-size_t placeOf(R (T::*method)(A...))
-{
-  size_t first = 0;
-  std::memcpy(&first, &method, sizeof first);
-#if defined(__arm__)
-  return first / sizeof(void*);
-#else
-  return (first - 1) / sizeof(void*);
-#endif
-}
-
-template <class T, class R, class... A>
-size_t placeOf(R (T::*method)(A...) const)
-{
-  return placeOf(reinterpret_cast<R (T::*)(A...)>(method));
-}
-
-/// The same of the overload with these arguments.
-template <class... A, class T, class R>
-size_t placeWith(R (T::*method)(A...))
-{
-  return placeOf(method);
-}
+using support::placeOf;
+using support::placeWith;
 
 TEST(NetVirtualOrder, Socket)
 {

@@ -31,51 +31,14 @@
 #include "std/cAbstractException.h"
 #include "std/cAsciiString.h"
 #include "std/tAbstractArrayProxy.h"
+#include "support/tablePlace.h"
 #include "ucs/cAbstractEnDec.h"
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
-// Programs that are built apart meet in these tables, so the order of the virtual operations is an interface. Both
-// destructors of a class take the first two places.
-
-namespace
-{
-
-/// Place of a virtual operation in its class's table, as the ABI puts it into a pointer to member.
-template <class T, class R, class... A>
-size_t placeOf(R (T::*method)(A...))
-{
-  size_t first = 0;
-  std::memcpy(&first, &method, sizeof first);
-#if defined(__arm__)
-  return first / sizeof(void*);
-#else
-  return (first - 1) / sizeof(void*);
-#endif
-}
-
-template <class T, class R, class... A>
-size_t placeOf(R (T::*method)(A...) const)
-{
-  return placeOf(reinterpret_cast<R (T::*)(A...)>(method));
-}
-
-/// The same of the overload with these arguments.
-template <class... A, class T, class R>
-size_t placeWith(R (T::*method)(A...))
-{
-  return placeOf(method);
-}
-
-template <class... A, class T, class R>
-size_t placeWithConst(R (T::*method)(A...) const)
-{
-  return placeOf(method);
-}
-
-} // namespace
+using support::placeOf;
+using support::placeWith;
+using support::placeWithConst;
 
 TEST(VirtualOrder, Work)
 {
