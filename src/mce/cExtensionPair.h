@@ -1,12 +1,7 @@
 #ifndef MORTISE_MCE_CEXTENSIONPAIR_H
 #define MORTISE_MCE_CEXTENSIONPAIR_H
 
-#include "std/tAutoPtr.h"
-
-namespace mcs
-{
-class cAbstractPlugIn;
-}
+#include "mcs/cPlugInGuard.h"
 
 namespace mce
 {
@@ -27,11 +22,11 @@ public:
   ~cExtensionPair();
 
   cAbstractCoreExtension& extension() const { return *mpExtension; }
-  mcs::cAbstractPlugIn* plugIn() const { return mpPlugIn; }
+  mcs::cAbstractPlugIn* plugIn() const { return mPlugIn.plugIn(); }
 
 private:
   cAbstractCoreExtension* mpExtension;
-  mcs::cAbstractPlugIn* mpPlugIn;
+  mcs::cPlugInGuard mPlugIn;
   mstd::tAutoPtr<cAbstractCoreExtension> mpHolder;
 };
 

@@ -100,7 +100,7 @@ void cAbstractComponent::setComponentID(unsigned int iId)
 
 void cAbstractComponent::recalcInterfaceDeps()
 {
-  cLifeWatch const watch(mLife);
+  mstd::cLifeWatch const watch(mLife);
   for (unsigned int i = 0; !watch.isOver() && i < interfaceDeps().length(); ++i)
   {
     writeDebugLine("cAbstractComponent::Recalcing deps...", __LINE__);

@@ -3,7 +3,7 @@
 
 #include "mcs/cAbstractModule.h"
 #include "mcs/cComponentLocation.h"
-#include "mcs/cLife.h"
+#include "std/cLife.h"
 #include "std/tList.h"
 
 class cAbstractKROApp;
@@ -130,7 +130,7 @@ private:
   mstd::tPtrVector<cInterfaceDep> mInterfaceDeps; // not owned
   bool mAnnounced;
   mstd::tPtrList<mstd::cAbstractException> mExceptions;
-  cLife mLife;
+  mstd::cLife mLife;
 };
 
 } // namespace mcs

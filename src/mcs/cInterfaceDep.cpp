@@ -78,7 +78,7 @@ void cInterfaceDep::addPossibleLocation(cComponentLocation const& location, bool
 
 void cInterfaceDep::setExplicit(cComponentLocation const& location)
 {
-  cLifeWatch const watch(mLife);
+  mstd::cLifeWatch const watch(mLife);
   invalidateMatch();
   if (watch.isOver())
   {
@@ -94,7 +94,7 @@ void cInterfaceDep::setExplicit(cComponentLocation const& location)
 
 void cInterfaceDep::recalc()
 {
-  cLifeWatch const watch(mLife);
+  mstd::cLifeWatch const watch(mLife);
   for (cComponentWalk walk(mManager); !walk.isEnd() && !watch.isOver(); walk.next())
   {
     recalc(walk.component());
@@ -126,7 +126,7 @@ void cInterfaceDep::recalcUseExcplicit()
 
 void cInterfaceDep::recalcUseFirstBest(cAbstractComponent& candidate)
 {
-  cLifeWatch const watch(mLife);
+  mstd::cLifeWatch const watch(mLife);
   recalcUseExcplicit();
   if (!watch.isOver() && mState == Unmatched && hasMatchingInterface(candidate) != nullptr)
   {
@@ -165,7 +165,7 @@ cAbstractInterface* cInterfaceDep::hasMatchingInterface(cAbstractComponent& comp
 
 void cInterfaceDep::makeMatch(cAbstractComponent& component)
 {
-  cLifeWatch const watch(mLife);
+  mstd::cLifeWatch const watch(mLife);
   cComponentWalk const keep(mManager); // whoever is told may remove the component
   if (mpInterface != nullptr)
   {
@@ -184,7 +184,7 @@ void cInterfaceDep::makeMatch(cAbstractComponent& component)
 
 void cInterfaceDep::invalidateMatch()
 {
-  cLifeWatch const watch(mLife);
+  mstd::cLifeWatch const watch(mLife);
   mMatch.invalidate();
   if (mpInterface != nullptr)
   {

@@ -2,11 +2,11 @@
 #define MORTISE_MCS_CINTERFACEDEP_H
 
 #include "mcs/cInterfaceDesc.h"
-#include "mcs/cLife.h"
 #include "mcs/cMatchedDependency.h"
 #include "rmi/cConnectable.h"
 #include "rmi/localSignal0.h"
 #include "rmi/localSignal1.h"
+#include "std/cLife.h"
 #include "std/tList.h"
 
 namespace mcs
@@ -117,7 +117,7 @@ private:
   MatchState mState;
   cMatchedDependency mMatch;
   cAbstractInterface* mpInterface;
-  cLife mLife;
+  mstd::cLife mLife;
 };
 
 } // namespace mcs

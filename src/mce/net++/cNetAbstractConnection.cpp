@@ -49,50 +49,9 @@ private:
 };
 } // namespace
 
-#if defined(__GNUC__) && !defined(__clang__) && __GNUC__ >= 12
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wdangling-pointer" // the destructor takes the pointer back
-#endif
-/// Tells a running function that its connection was destroyed, by a slot.
-class cNetAbstractConnection::cWatch
-{
-public:
-  explicit cWatch(cNetAbstractConnection& connection) : mpConnection(&connection), mpOuter(connection.mpWatch)
-  {
-    connection.mpWatch = this;
-  }
-  cWatch(cWatch const&) = delete;
-  cWatch& operator=(cWatch const&) = delete;
-  ~cWatch()
-  {
-    if (mpConnection != nullptr)
-    {
-      mpConnection->mpWatch = mpOuter;
-    }
-  }
-
-  bool isGone() const { return mpConnection == nullptr; }
-
-  static void tellAll(cWatch* pInnermost)
-  {
-    for (cWatch* watch = pInnermost; watch != nullptr; watch = watch->mpOuter)
-    {
-      watch->mpConnection = nullptr;
-    }
-  }
-
-private:
-  cNetAbstractConnection* mpConnection;
-  cWatch* mpOuter;
-};
-#if defined(__GNUC__) && !defined(__clang__) && __GNUC__ >= 12
-#pragma GCC diagnostic pop
-#endif
-
 cNetAbstractConnection::cNetAbstractConnection(mstd::tAutoPtr<cNetAbstractSocket> pSocket)
     : mpSocket(pSocket), mInvalid(false), miTxLeft(0), mpRxPacket(nullptr), miRxLeft(0), mContinuous(false),
-      mpDelayedInvalidation(new mpi::cWork), mClosedByPeerReported(false), mInvalidatedReported(false),
-      mpQueue(nullptr), mpWatch(nullptr)
+      mpDelayedInvalidation(new mpi::cWork), mClosedByPeerReported(false), mInvalidatedReported(false), mpQueue(nullptr)
 {
   if (!(mpSocket.get()))
   {
@@ -135,7 +94,6 @@ cNetAbstractConnection::~cNetAbstractConnection()
   {
     mstd::writeCaughtException(Mark, __LINE__);
   }
-  cWatch::tellAll(mpWatch);
   try
   {
     handOver();
@@ -196,9 +154,9 @@ cNetAbstractConnection& cNetAbstractConnection::startTx(mstd::tConstArrayRef<cha
 {
   mTxView = view;
   miTxLeft = view.length();
-  cWatch const watch(*this);
+  mstd::cLifeWatch const watch(mLife);
   sltSocketWritable();
-  if (!watch.isGone())
+  if (!watch.isOver())
   {
     mpi::cWork& writeWork = mpSocket->writeWork();
     if (miTxLeft != 0)
@@ -260,11 +218,11 @@ void cNetAbstractConnection::receive(bool bOn)
 void cNetAbstractConnection::waitRx(unsigned int iMSec)
 {
   cDeadline const deadline(iMSec);
-  cWatch const watch(*this);
+  mstd::cLifeWatch const watch(mLife);
   while (miRxLeft != 0)
   {
     sltSocketReadable();
-    if (watch.isGone())
+    if (watch.isOver())
     {
       return;
     }
@@ -276,11 +234,11 @@ void cNetAbstractConnection::waitRx(unsigned int iMSec)
 void cNetAbstractConnection::flushTx(unsigned int iMSec)
 {
   cDeadline const deadline(iMSec);
-  cWatch const watch(*this);
+  mstd::cLifeWatch const watch(mLife);
   while (isTxBusy())
   {
     sltSocketWritable();
-    if (watch.isGone())
+    if (watch.isOver())
     {
       return;
     }
@@ -322,7 +280,7 @@ bool cNetAbstractConnection::isInvalid() const
 
 void cNetAbstractConnection::invalidate()
 {
-  cWatch const watch(*this);
+  mstd::cLifeWatch const watch(mLife);
   if (!mInvalid && !mInvalidatedReported)
   {
     mInvalidatedReported = true;
@@ -332,14 +290,14 @@ void cNetAbstractConnection::invalidate()
     }
     catch (...)
     {
-      if (!watch.isGone())
+      if (!watch.isOver())
       {
         mpSocket->close();
         mInvalid = true;
       }
       throw;
     }
-    if (watch.isGone())
+    if (watch.isOver())
     {
       return;
     }
@@ -358,9 +316,9 @@ void cNetAbstractConnection::invalidateLater()
 
 void cNetAbstractConnection::tryTransfer()
 {
-  cWatch const watch(*this);
+  mstd::cLifeWatch const watch(mLife);
   sltSocketReadable();
-  if (!watch.isGone())
+  if (!watch.isOver())
   {
     sltSocketWritable();
   }
@@ -408,7 +366,7 @@ bool cNetAbstractConnection::handleTxPacket(cNetAbstractSocket& socket, mstd::tC
 
 void cNetAbstractConnection::sltSocketWritable()
 {
-  cWatch const watch(*this);
+  mstd::cLifeWatch const watch(mLife);
   bool endedInvalid = true;
   for (unsigned int turn = 0; !mInvalid;)
   {
@@ -420,7 +378,7 @@ void cNetAbstractConnection::sltSocketWritable()
         break;
       }
       sigTxProgress();
-      if (watch.isGone())
+      if (watch.isOver())
       {
         return;
       }
@@ -430,7 +388,7 @@ void cNetAbstractConnection::sltSocketWritable()
       mTxView.clear();
       mpSocket->writeWork().stop();
       sigTxComplete();
-      if (watch.isGone())
+      if (watch.isOver())
       {
         return;
       }
@@ -450,23 +408,23 @@ void cNetAbstractConnection::sltSocketWritable()
   checkClosedByPeer();
 }
 
-bool cNetAbstractConnection::deliver(mstd::tArray<char> const& data, cWatch const& watch)
+bool cNetAbstractConnection::deliver(mstd::tArray<char> const& data, mstd::cLifeWatch const& watch)
 {
   sigDataReceived(*this, data);
-  if (!watch.isGone() && mpSigDataReceivedFrom.get() != nullptr && mpFromAddress.get() != nullptr)
+  if (!watch.isOver() && mpSigDataReceivedFrom.get() != nullptr && mpFromAddress.get() != nullptr)
   {
     (*mpSigDataReceivedFrom)(*this, data, *mpFromAddress);
   }
-  return !watch.isGone();
+  return !watch.isOver();
 }
 
-bool cNetAbstractConnection::readContinuously(cWatch const& watch)
+bool cNetAbstractConnection::readContinuously(mstd::cLifeWatch const& watch)
 {
   mstd::tArray<char> data;
   return !mpSocket->read(data, mpFromAddress.get()) || deliver(data, watch);
 }
 
-bool cNetAbstractConnection::readPieces(cWatch const& watch)
+bool cNetAbstractConnection::readPieces(mstd::cLifeWatch const& watch)
 {
   while (miRxLeft != 0)
   {
@@ -505,7 +463,7 @@ bool cNetAbstractConnection::readPieces(cWatch const& watch)
 
 void cNetAbstractConnection::sltSocketReadable()
 {
-  cWatch const watch(*this);
+  mstd::cLifeWatch const watch(mLife);
   for (unsigned int turn = 0; turn < ReadTurns; ++turn)
   {
     if (mInvalid)
@@ -550,20 +508,20 @@ bool cNetAbstractConnection::checkClosedByPeer()
   if (!mClosedByPeerReported)
   {
     mClosedByPeerReported = true;
-    cWatch const watch(*this);
+    mstd::cLifeWatch const watch(mLife);
     try
     {
       sigClosedByPeer(*this);
     }
     catch (...)
     {
-      if (!watch.isGone())
+      if (!watch.isOver())
       {
         invalidateLater();
       }
       throw;
     }
-    if (watch.isGone())
+    if (watch.isOver())
     {
       return true;
     }

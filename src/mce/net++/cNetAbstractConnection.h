@@ -7,6 +7,7 @@
 #include "rmi/localSignal1.h"
 #include "rmi/localSignal2.h"
 #include "rmi/localSignal3.h"
+#include "std/cLife.h"
 #include "std/tArray.h"
 #include "std/tAutoPtr.h"
 #include "std/tConstArrayRef.h"
@@ -109,14 +110,12 @@ public:
   void sltException(mstd::cAbstractException const& e, bool);
 
 private:
-  class cWatch;
-
   static bool handleTxPacket(cNetAbstractSocket& socket, mstd::tConstArrayRef<char> const& view, unsigned int& riLeft);
   void checkCanSend(char const* pInvalidKey);
   cNetAbstractConnection& startTx(mstd::tConstArrayRef<char> const& view);
-  bool readContinuously(cWatch const& watch);
-  bool readPieces(cWatch const& watch);
-  bool deliver(mstd::tArray<char> const& data, cWatch const& watch);
+  bool readContinuously(mstd::cLifeWatch const& watch);
+  bool readPieces(mstd::cLifeWatch const& watch);
+  bool deliver(mstd::tArray<char> const& data, mstd::cLifeWatch const& watch);
   bool checkClosedByPeer();
   void handOver();
   mpi::cWorkQueue& queue() const;
@@ -136,7 +135,7 @@ private:
   mstd::tAutoPtr<tErrorSignal> mpSigError;
   bool mInvalidatedReported;
   mpi::cWorkQueue* mpQueue; // null: that of the system
-  cWatch* mpWatch;          // innermost function that runs and has to know if this object goes
+  mstd::cLife mLife;
 };
 
 } // namespace mce

@@ -1,9 +1,9 @@
-#ifndef MORTISE_MCS_CLIFE_H
-#define MORTISE_MCS_CLIFE_H
+#ifndef MORTISE_STD_CLIFE_H
+#define MORTISE_STD_CLIFE_H
 
 #include "pi/piTypes.h"
 
-namespace mcs
+namespace mstd
 {
 class cLifeWatch;
 
@@ -64,6 +64,6 @@ inline cLife::~cLife()
   }
 }
 
-} // namespace mcs
+} // namespace mstd
 
 #endif
